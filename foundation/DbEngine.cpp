@@ -1,0 +1,562 @@
+#include "foundation/DbEngine.h"
+
+#include "foundation/Helpers.h"
+
+#include <QCryptographicHash>
+#include <QFile>
+#include <QFileInfo>
+#include <QRandomGenerator>
+#include <QRegularExpression>
+#include <cmath>
+#include <optional>
+#include <sqlite3.h>
+
+namespace {
+
+struct InjectedFailure {
+    QString fragment;
+    int number = 0;
+    QString description;
+};
+std::optional<InjectedFailure>& injected() {
+    static std::optional<InjectedFailure> f;
+    return f;
+}
+
+// Val() inside statements, with the same rule as the helper.
+void sqlVal(sqlite3_context* ctx, int, sqlite3_value** argv) {
+    switch (sqlite3_value_type(argv[0])) {
+    case SQLITE_NULL:
+        sqlite3_result_double(ctx, 0);
+        return;
+    case SQLITE_INTEGER:
+    case SQLITE_FLOAT:
+        sqlite3_result_double(ctx, sqlite3_value_double(argv[0]));
+        return;
+    default: {
+        const auto* txt = reinterpret_cast<const char*>(sqlite3_value_text(argv[0]));
+        sqlite3_result_double(ctx, Val(QString::fromUtf8(txt ? txt : "")));
+    }
+    }
+}
+
+QString hashPassword(const QString& salt, const QString& password) {
+    return QString::fromLatin1(
+        QCryptographicHash::hash((salt + password).toUtf8(), QCryptographicHash::Sha256).toHex());
+}
+
+int mapError(int rc) {
+    switch (rc & 0xff) {
+    case SQLITE_BUSY:
+    case SQLITE_LOCKED:
+        return DbErr::Locked;
+    case SQLITE_READONLY:
+        return DbErr::ReadOnly;
+    case SQLITE_CANTOPEN:
+        return DbErr::CannotOpen;
+    case SQLITE_ERROR:
+        return DbErr::Syntax;
+    default:
+        return DbErr::Generic;
+    }
+}
+
+QString describe(int rc, sqlite3* db) {
+    switch (rc & 0xff) {
+    case SQLITE_BUSY:
+    case SQLITE_LOCKED:
+        return QStringLiteral("Could not update; currently locked.");
+    case SQLITE_READONLY:
+        return QStringLiteral("Cannot update. Database or object is read-only.");
+    default:
+        return db ? QString::fromUtf8(sqlite3_errmsg(db)) : QString::fromUtf8(sqlite3_errstr(rc));
+    }
+}
+
+} // namespace
+
+DbError::DbError(int number, const QString& description)
+    : std::runtime_error(description.toStdString()), mNumber(number), mDescription(description) {}
+
+// ---------------------------------------------------------------- Database
+
+Database::Database(Database&& o) noexcept
+    : mDb(o.mDb), mPath(std::move(o.mPath)), mRecordsAffected(o.mRecordsAffected) {
+    o.mDb = nullptr;
+}
+
+Database& Database::operator=(Database&& o) noexcept {
+    if (this != &o) {
+        Close();
+        mDb = o.mDb;
+        mPath = std::move(o.mPath);
+        mRecordsAffected = o.mRecordsAffected;
+        o.mDb = nullptr;
+    }
+    return *this;
+}
+
+Database::~Database() { Close(); }
+
+void Database::Close() {
+    if (mDb) {
+        if (!sqlite3_get_autocommit(mDb))
+            sqlite3_exec(mDb, "ROLLBACK", nullptr, nullptr, nullptr);
+        sqlite3_close_v2(mDb);
+        mDb = nullptr;
+    }
+}
+
+void Database::raise(int rc, const QString& sql) const {
+    Q_UNUSED(sql);
+    throw DbError(mapError(rc), describe(rc, mDb));
+}
+
+void Database::FailNextStatementContaining(const QString& fragment, int number,
+                                           const QString& description) {
+    if (fragment.isEmpty()) {
+        injected().reset();
+        return;
+    }
+    injected() = InjectedFailure{fragment, number,
+                                 description.isEmpty()
+                                     ? QStringLiteral("Operation failed (injected).")
+                                     : description};
+}
+
+sqlite3_stmt* Database::prepare(const QString& sql, const QVariantList& values) {
+    if (!mDb)
+        throw DbError(DbErr::Generic, QStringLiteral("Object invalid or no longer set."));
+    if (auto& f = injected(); f && sql.contains(f->fragment, Qt::CaseInsensitive)) {
+        InjectedFailure copy = *f;
+        f.reset();
+        throw DbError(copy.number, copy.description);
+    }
+    const QByteArray text = sql.toUtf8();
+    sqlite3_stmt* stmt = nullptr;
+    const char* tail = nullptr;
+    int rc = sqlite3_prepare_v2(mDb, text.constData(), int(text.size()), &stmt, &tail);
+    if (rc != SQLITE_OK)
+        raise(rc, sql);
+    if (!stmt) // an empty statement
+        throw DbError(DbErr::Syntax, QStringLiteral("Invalid SQL statement."));
+    for (int i = 0; i < values.size(); ++i) {
+        const QVariant& v = values.at(i);
+        const int p = i + 1;
+        if (v.isNull() || !v.isValid()) {
+            sqlite3_bind_null(stmt, p);
+            continue;
+        }
+        switch (v.typeId()) {
+        case QMetaType::Bool:
+            sqlite3_bind_int(stmt, p, v.toBool() ? -1 : 0);
+            break;
+        case QMetaType::Int:
+        case QMetaType::UInt:
+        case QMetaType::LongLong:
+        case QMetaType::ULongLong:
+        case QMetaType::Long:
+        case QMetaType::Short:
+        case QMetaType::UChar:
+            sqlite3_bind_int64(stmt, p, v.toLongLong());
+            break;
+        case QMetaType::Double:
+        case QMetaType::Float:
+            sqlite3_bind_double(stmt, p, v.toDouble());
+            break;
+        case QMetaType::QDate:
+            sqlite3_bind_text(stmt, p, SqlDate(v.toDate()).toUtf8().constData(), -1,
+                              SQLITE_TRANSIENT);
+            break;
+        default: {
+            const QByteArray b = v.toString().toUtf8();
+            sqlite3_bind_text(stmt, p, b.constData(), int(b.size()), SQLITE_TRANSIENT);
+        }
+        }
+    }
+    return stmt;
+}
+
+void Database::Execute(const QString& sql, const QVariantList& values) {
+    sqlite3_stmt* stmt = prepare(sql, values);
+    int rc;
+    do {
+        rc = sqlite3_step(stmt);
+    } while (rc == SQLITE_ROW);
+    if (rc != SQLITE_DONE) {
+        const int ext = sqlite3_extended_errcode(mDb);
+        const DbError err(mapError(ext), describe(ext, mDb));
+        sqlite3_finalize(stmt);
+        throw err;
+    }
+    mRecordsAffected = sqlite3_changes64(mDb);
+    sqlite3_finalize(stmt);
+}
+
+Recordset Database::OpenRecordset(const QString& sql, const QVariantList& values) {
+    sqlite3_stmt* stmt = prepare(sql, values);
+    Recordset rs(this, stmt, sql);
+    rs.step();
+    rs.mAnyRow = !rs.mEof;
+    rs.mBof = rs.mEof;
+    return rs;
+}
+
+void Database::BeginTrans() { Execute(QStringLiteral("BEGIN IMMEDIATE")); }
+void Database::CommitTrans() { Execute(QStringLiteral("COMMIT")); }
+void Database::Rollback() {
+    if (mDb && !sqlite3_get_autocommit(mDb))
+        sqlite3_exec(mDb, "ROLLBACK", nullptr, nullptr, nullptr);
+}
+bool Database::InTransaction() const { return mDb && !sqlite3_get_autocommit(mDb); }
+
+// ---------------------------------------------------------------- Recordset
+
+Recordset::Recordset(Database* db, sqlite3_stmt* stmt, const QString& sql)
+    : mDb(db), mStmt(stmt), mSql(sql) {
+    const int n = sqlite3_column_count(stmt);
+    mIndexByName.reserve(n);
+    for (int i = 0; i < n; ++i) {
+        const QString name = QString::fromUtf8(sqlite3_column_name(stmt, i)).toLower();
+        if (!mIndexByName.contains(name))
+            mIndexByName.insert(name, i);
+    }
+}
+
+Recordset::Recordset(Recordset&& o) noexcept
+    : mDb(o.mDb), mStmt(o.mStmt), mSql(std::move(o.mSql)),
+      mIndexByName(std::move(o.mIndexByName)), mEof(o.mEof), mBof(o.mBof),
+      mPosition(o.mPosition), mCount(o.mCount), mAnyRow(o.mAnyRow), mEditMode(o.mEditMode),
+      mOriginal(std::move(o.mOriginal)), mPending(std::move(o.mPending)) {
+    o.mStmt = nullptr;
+}
+
+Recordset& Recordset::operator=(Recordset&& o) noexcept {
+    if (this != &o) {
+        Close();
+        mDb = o.mDb;
+        mStmt = o.mStmt;
+        mSql = std::move(o.mSql);
+        mIndexByName = std::move(o.mIndexByName);
+        mEof = o.mEof;
+        mBof = o.mBof;
+        mPosition = o.mPosition;
+        mCount = o.mCount;
+        mAnyRow = o.mAnyRow;
+        mEditMode = o.mEditMode;
+        mOriginal = std::move(o.mOriginal);
+        mPending = std::move(o.mPending);
+        o.mStmt = nullptr;
+    }
+    return *this;
+}
+
+Recordset::~Recordset() { Close(); }
+
+void Recordset::Close() {
+    if (mStmt) {
+        sqlite3_finalize(mStmt);
+        mStmt = nullptr;
+    }
+    mEof = true;
+}
+
+void Recordset::step() {
+    if (!mStmt) {
+        mEof = true;
+        return;
+    }
+    const int rc = sqlite3_step(mStmt);
+    if (rc == SQLITE_ROW) {
+        ++mPosition;
+        mEof = false;
+    } else if (rc == SQLITE_DONE) {
+        if (mCount < 0)
+            mCount = mPosition + 1;
+        mEof = true;
+    } else {
+        mEof = true;
+        sqlite3* h = sqlite3_db_handle(mStmt);
+        const int ext = sqlite3_extended_errcode(h);
+        throw DbError(mapError(ext), describe(ext, h));
+    }
+}
+
+void Recordset::MoveFirst() {
+    if (!mStmt)
+        return;
+    sqlite3_reset(mStmt);
+    mPosition = -1;
+    step();
+    mBof = mEof;
+}
+
+void Recordset::MoveNext() {
+    if (mEof)
+        throw DbError(3021, QStringLiteral("No current record."));
+    step();
+}
+
+void Recordset::MoveLast() {
+    if (!mAnyRow)
+        throw DbError(3021, QStringLiteral("No current record."));
+    if (mCount < 0) {
+        while (!mEof)
+            step();
+    }
+    // Step again to the last row.
+    sqlite3_reset(mStmt);
+    mPosition = -1;
+    for (qint64 i = 0; i < mCount; ++i)
+        step();
+}
+
+qint64 Recordset::RecordCount() const {
+    if (!mAnyRow)
+        return 0;
+    if (mCount >= 0)
+        return mCount;
+    return mPosition + 1;
+}
+
+int Recordset::FieldCount() const { return mStmt ? sqlite3_column_count(mStmt) : 0; }
+
+QString Recordset::FieldName(int index) const {
+    return mStmt ? QString::fromUtf8(sqlite3_column_name(mStmt, index)) : QString();
+}
+
+int Recordset::FieldIndex(const QString& name) const {
+    return mIndexByName.value(name.toLower(), -1);
+}
+
+Field Recordset::Fields(const QString& name) const {
+    const int i = FieldIndex(name);
+    if (i < 0)
+        throw DbError(3265, QStringLiteral("Item not found in this collection."));
+    return Field(this, i);
+}
+
+bool Recordset::columnIsNull(int index) const {
+    if (mEof || !mStmt)
+        throw DbError(3021, QStringLiteral("No current record."));
+    return sqlite3_column_type(mStmt, index) == SQLITE_NULL;
+}
+
+QVariant Recordset::columnValue(int index) const {
+    if (mEof || !mStmt)
+        throw DbError(3021, QStringLiteral("No current record."));
+    switch (sqlite3_column_type(mStmt, index)) {
+    case SQLITE_INTEGER:
+        return QVariant(qlonglong(sqlite3_column_int64(mStmt, index)));
+    case SQLITE_FLOAT:
+        return QVariant(sqlite3_column_double(mStmt, index));
+    case SQLITE_NULL:
+        return QVariant();
+    default: {
+        const auto* p = reinterpret_cast<const char*>(sqlite3_column_text(mStmt, index));
+        return QVariant(QString::fromUtf8(p, sqlite3_column_bytes(mStmt, index)));
+    }
+    }
+}
+
+void Recordset::AddNew() {
+    mEditMode = EditMode::Add;
+    mPending.clear();
+}
+
+void Recordset::Edit() {
+    if (mEof)
+        throw DbError(3021, QStringLiteral("No current record."));
+    mEditMode = EditMode::Edit;
+    mPending.clear();
+    mOriginal.clear();
+    for (int i = 0; i < FieldCount(); ++i)
+        mOriginal << columnValue(i);
+}
+
+void Recordset::SetField(const QString& name, const QVariant& value) {
+    if (mEditMode == EditMode::None)
+        throw DbError(3020, QStringLiteral("Update or CancelUpdate without AddNew or Edit."));
+    mPending.append({name, value});
+}
+
+void Recordset::Update() {
+    static const QRegularExpression fromRe(QStringLiteral("\\bFROM\\s+([A-Za-z_][A-Za-z0-9_]*)"),
+                                           QRegularExpression::CaseInsensitiveOption);
+    if (mEditMode == EditMode::None)
+        throw DbError(3020, QStringLiteral("Update or CancelUpdate without AddNew or Edit."));
+    const auto m = fromRe.match(mSql);
+    if (!m.hasMatch())
+        throw DbError(3027, QStringLiteral("Cannot update. Database or object is read-only."));
+    const QString table = m.captured(1);
+    QStringList names;
+    QVariantList values;
+    for (const auto& [n, v] : mPending) {
+        names << n;
+        values << v;
+    }
+    if (mEditMode == EditMode::Add) {
+        QStringList marks;
+        for (int i = 0; i < names.size(); ++i)
+            marks << QStringLiteral("?");
+        mDb->Execute(QStringLiteral("INSERT INTO %1 (%2) VALUES (%3)")
+                         .arg(table, names.join(QLatin1Char(',')), marks.join(QLatin1Char(','))),
+                     values);
+    } else {
+        QStringList sets, where;
+        for (const QString& n : names)
+            sets << n + QStringLiteral("=?");
+        for (int i = 0; i < mOriginal.size(); ++i) {
+            where << FieldName(i) + QStringLiteral(" IS ?");
+            values << mOriginal.at(i);
+        }
+        mDb->Execute(QStringLiteral("UPDATE %1 SET %2 WHERE rowid = (SELECT rowid FROM %1 WHERE %3 "
+                                    "LIMIT 1)")
+                         .arg(table, sets.join(QLatin1Char(',')), where.join(QStringLiteral(" AND "))),
+                     values);
+    }
+    mEditMode = EditMode::None;
+    mPending.clear();
+}
+
+// ---------------------------------------------------------------- Field
+
+QVariant Field::Value() const { return mRs->columnValue(mIndex); }
+bool Field::IsNull() const { return mRs->columnIsNull(mIndex); }
+QString Field::Name() const { return mRs->FieldName(mIndex); }
+
+QString Field::Text() const {
+    const QVariant v = Value();
+    if (v.isNull())
+        return QString();
+    if (v.typeId() == QMetaType::Double) {
+        // As the engine's text of a number: no exponent for ordinary values.
+        return QString::number(v.toDouble(), 'g', 15);
+    }
+    return v.toString();
+}
+
+double Field::Double() const {
+    const QVariant v = Value();
+    if (v.isNull())
+        return 0;
+    if (v.typeId() == QMetaType::QString)
+        return Val(v.toString());
+    return v.toDouble();
+}
+
+qint64 Field::Long() const {
+    const QVariant v = Value();
+    if (v.isNull())
+        return 0;
+    if (v.typeId() == QMetaType::LongLong)
+        return v.toLongLong();
+    const double d = v.typeId() == QMetaType::QString ? Val(v.toString()) : v.toDouble();
+    return qint64(std::llround(d));
+}
+
+// ---------------------------------------------------------------- DBEngine
+
+Database DBEngine::openFile(const QString& path, bool readOnly) {
+    if (path.isEmpty() || !QFileInfo(path).isFile())
+        throw DbError(DbErr::FileNotFound, QStringLiteral("Could not find file '%1'.").arg(path));
+    Database db;
+    sqlite3* h = nullptr;
+    const int flags = (readOnly ? SQLITE_OPEN_READONLY : SQLITE_OPEN_READWRITE);
+    int rc = sqlite3_open_v2(QFile::encodeName(path).constData(), &h, flags, nullptr);
+    if (rc != SQLITE_OK) {
+        const QString d = QStringLiteral("The database engine cannot open the file '%1'. %2")
+                              .arg(path, QString::fromUtf8(h ? sqlite3_errmsg(h) : sqlite3_errstr(rc)));
+        sqlite3_close_v2(h);
+        throw DbError(DbErr::CannotOpen, d);
+    }
+    sqlite3_extended_result_codes(h, 1);
+    sqlite3_busy_timeout(h, DBEngine::BusyTimeoutMs());
+    sqlite3_create_function_v2(h, "Val", 1, SQLITE_UTF8 | SQLITE_DETERMINISTIC, nullptr, sqlVal,
+                               nullptr, nullptr, nullptr);
+    db.mDb = h;
+    db.mPath = path;
+    // Check that it is a database at all before anything else runs on it.
+    char* err = nullptr;
+    rc = sqlite3_exec(h, "PRAGMA synchronous=FULL; PRAGMA foreign_keys=OFF;", nullptr, nullptr, &err);
+    sqlite3_free(err);
+    if (rc != SQLITE_OK) {
+        const QString d = QStringLiteral("The database engine cannot open the file '%1'. %2")
+                              .arg(path, describe(rc, h));
+        throw DbError(rc == SQLITE_NOTADB ? DbErr::CannotOpen : mapError(rc), d);
+    }
+    return db;
+}
+
+Database DBEngine::OpenDatabase(const QString& path) { return openFile(path, false); }
+
+Database DBEngine::OpenDatabase(const QString& name, bool exclusive, bool readOnly,
+                                const QString& connect) {
+    Q_UNUSED(exclusive);
+    QString path = name;
+    QString password;
+    bool hasPassword = false;
+    for (const QString& part : connect.split(QLatin1Char(';'), Qt::SkipEmptyParts)) {
+        const int eq = part.indexOf(QLatin1Char('='));
+        if (eq < 0)
+            continue;
+        const QString key = part.left(eq).trimmed().toUpper();
+        const QString value = part.mid(eq + 1);
+        if (key == QLatin1String("DATABASE"))
+            path = value;
+        else if (key == QLatin1String("PWD")) {
+            password = value;
+            hasPassword = true;
+        }
+    }
+    Database db = openFile(path, readOnly);
+    // A file with a password keeps its salted hash; any other password is refused.
+    Recordset rs = db.OpenRecordset(QStringLiteral(
+        "SELECT name FROM sqlite_master WHERE type='table' AND name='qsAccess'"));
+    if (!rs.Eof()) {
+        rs.Close();
+        Recordset pw = db.OpenRecordset(QStringLiteral("SELECT Salt, Hash FROM qsAccess"));
+        if (!pw.Eof()) {
+            const QString salt = pw.Fields(0).Text();
+            const QString hash = pw.Fields(1).Text();
+            if (!hasPassword || hashPassword(salt, password) != hash)
+                throw DbError(DbErr::NotValidPassword, QStringLiteral("Not a valid password."));
+        }
+    }
+    return db;
+}
+
+Database DBEngine::CreateDatabase(const QString& path) {
+    if (QFileInfo::exists(path))
+        throw DbError(3204, QStringLiteral("Database already exists."));
+    sqlite3* h = nullptr;
+    int rc = sqlite3_open_v2(QFile::encodeName(path).constData(), &h,
+                             SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE, nullptr);
+    if (rc != SQLITE_OK) {
+        const QString d = QString::fromUtf8(h ? sqlite3_errmsg(h) : sqlite3_errstr(rc));
+        sqlite3_close_v2(h);
+        throw DbError(DbErr::CannotOpen, d);
+    }
+    // The files may live on a network share: a rollback journal, never WAL.
+    sqlite3_exec(h, "PRAGMA journal_mode=DELETE; PRAGMA page_size=4096;", nullptr, nullptr,
+                 nullptr);
+    sqlite3_close_v2(h);
+    return openFile(path, false);
+}
+
+void DBEngine::SetDatabasePassword(Database& db, const QString& password) {
+    QString salt;
+    for (int i = 0; i < 16; ++i)
+        salt += QString::number(QRandomGenerator::global()->bounded(16), 16);
+    db.Execute(QStringLiteral("CREATE TABLE IF NOT EXISTS qsAccess (Salt TEXT, Hash TEXT)"));
+    db.Execute(QStringLiteral("DELETE FROM qsAccess"));
+    db.Execute(QStringLiteral("INSERT INTO qsAccess (Salt, Hash) VALUES (?, ?)"),
+               {salt, hashPassword(salt, password)});
+}
+
+void DBEngine::CompactDatabase(const QString& src, const QString& dst) {
+    if (QFileInfo::exists(dst))
+        throw DbError(3204, QStringLiteral("Database already exists."));
+    Database db = openFile(src, false);
+    db.Execute(QStringLiteral("VACUUM INTO ?"), {dst});
+}

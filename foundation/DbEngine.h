@@ -1,0 +1,173 @@
+// The database engine: DAO-style access (DBEngine, Database, Recordset) over SQLite files.
+// Nothing outside this file and DbEngine.cpp touches sqlite3_* directly.
+#pragma once
+
+#include <QHash>
+#include <QString>
+#include <QStringList>
+#include <QVariant>
+#include <QVariantList>
+#include <memory>
+#include <stdexcept>
+
+struct sqlite3;
+struct sqlite3_stmt;
+
+// An engine error: the number and the description the engine reports.
+class DbError : public std::runtime_error {
+public:
+    DbError(int number, const QString& description);
+    int Number() const { return mNumber; }
+    const QString& Description() const { return mDescription; }
+
+private:
+    int mNumber;
+    QString mDescription;
+};
+
+// Engine error numbers the program raises or recognises.
+namespace DbErr {
+constexpr int FileNotFound = 3024;    // "Could not find file '...'."
+constexpr int NotValidPassword = 3031; // "Not a valid password."
+constexpr int CannotOpen = 3051;      // the file cannot be opened
+constexpr int Locked = 3218;          // "Could not update; currently locked."
+constexpr int ReadOnly = 3027;        // "Cannot update. Database or object is read-only."
+constexpr int Syntax = 3075;          // syntax error or unknown name in a statement
+constexpr int Generic = 3146;         // any other engine failure
+} // namespace DbErr
+
+class Database;
+class Recordset;
+
+// One column of the current row of a record set.
+class Field {
+public:
+    Field(const Recordset* rs, int index) : mRs(rs), mIndex(index) {}
+    QVariant Value() const;          // null when the column is Null
+    QString Text() const;            // "" when Null
+    double Double() const;           // 0 when Null or not a number
+    qint64 Long() const;             // 0 when Null or not a number
+    bool IsNull() const;
+    QString Name() const;
+    operator QString() const { return Text(); }
+
+private:
+    const Recordset* mRs;
+    int mIndex;
+};
+
+// The result of a query, walked the DAO way: EOF, MoveFirst, MoveNext, MoveLast, RecordCount.
+// Rows are read from the engine as the walk moves; nothing is copied up front.
+class Recordset {
+public:
+    Recordset(Recordset&&) noexcept;
+    Recordset& operator=(Recordset&&) noexcept;
+    ~Recordset();
+
+    bool Eof() const { return mEof; }
+    bool BOF() const { return mBof; }
+    void MoveFirst();
+    void MoveNext();
+    void MoveLast();
+    // 0 for an empty result; before MoveLast any other value only says that rows exist.
+    qint64 RecordCount() const;
+
+    int FieldCount() const;
+    QString FieldName(int index) const;
+    int FieldIndex(const QString& name) const; // -1 when absent
+    Field Fields(const QString& name) const;
+    Field Fields(int index) const { return Field(this, index); }
+    Field operator[](const QString& name) const { return Fields(name); }
+
+    // Editing through the record set (single-table queries).
+    void AddNew();
+    void Edit();
+    void SetField(const QString& name, const QVariant& value);
+    void Update();
+
+    void Close();
+
+private:
+    friend class Database;
+    friend class Field;
+    Recordset(Database* db, sqlite3_stmt* stmt, const QString& sql);
+    void step();
+    QVariant columnValue(int index) const;
+    bool columnIsNull(int index) const;
+
+    Database* mDb = nullptr;
+    sqlite3_stmt* mStmt = nullptr;
+    QString mSql;
+    QHash<QString, int> mIndexByName; // lower-case names
+    bool mEof = true;
+    bool mBof = true;
+    qint64 mPosition = -1;   // 0-based row the statement is on
+    qint64 mCount = -1;      // known after MoveLast
+    bool mAnyRow = false;
+    enum class EditMode { None, Add, Edit } mEditMode = EditMode::None;
+    QVariantList mOriginal;
+    QList<QPair<QString, QVariant>> mPending;
+};
+
+// One open file. Closes itself at the end of its scope.
+class Database {
+public:
+    Database() = default;
+    Database(Database&&) noexcept;
+    Database& operator=(Database&&) noexcept;
+    Database(const Database&) = delete;
+    Database& operator=(const Database&) = delete;
+    ~Database();
+
+    bool IsOpen() const { return mDb != nullptr; }
+    const QString& Name() const { return mPath; }
+
+    // Runs one statement; throws DbError. Values bind to "?" placeholders in order.
+    void Execute(const QString& sql, const QVariantList& values = {});
+    qint64 RecordsAffected() const { return mRecordsAffected; }
+    Recordset OpenRecordset(const QString& sql, const QVariantList& values = {});
+
+    // BEGIN IMMEDIATE: the write lock is held from the start of the transaction.
+    void BeginTrans();
+    void CommitTrans();
+    void Rollback(); // errors ignored: the engine may already have rolled back
+    bool InTransaction() const;
+
+    void Close();
+
+    // Engine seam for tests: the next statement whose text contains `fragment` fails with `error`.
+    static void FailNextStatementContaining(const QString& fragment, int number = DbErr::Generic,
+                                            const QString& description = {});
+
+private:
+    friend class DBEngine;
+    friend class Recordset;
+    sqlite3_stmt* prepare(const QString& sql, const QVariantList& values);
+    [[noreturn]] void raise(int rc, const QString& sql) const;
+
+    sqlite3* mDb = nullptr;
+    QString mPath;
+    qint64 mRecordsAffected = 0;
+};
+
+class DBEngine {
+public:
+    // Opens an existing file shared and writable. A missing file fails with DbErr::FileNotFound.
+    static Database OpenDatabase(const QString& path);
+    // The connect-string form used for the rights file:
+    // OpenDatabase("", false, false, ";DATABASE=<path>;PWD=<password>").
+    static Database OpenDatabase(const QString& name, bool exclusive, bool readOnly,
+                                 const QString& connect);
+    // Writes a compacted copy of src to dst (dst must not exist).
+    static void CompactDatabase(const QString& src, const QString& dst);
+
+    // Creates a new empty file (used only by the data-file tool and tests).
+    static Database CreateDatabase(const QString& path);
+    // Stores the password that the connect-string form checks.
+    static void SetDatabasePassword(Database& db, const QString& password);
+
+    static int BusyTimeoutMs() { return 2000; }
+
+private:
+    static Database openFile(const QString& path, bool readOnly);
+};
