@@ -32,20 +32,20 @@ cmake --build "$build" -j"$(nproc)"
 case "$mode" in
 build) ;;
 run)
-    if [ ! -f "$build/app/dbqst.dqx" ]; then
-        "$build/tools/qstk3-newdata" "$build/app"
+    if [ ! -f "$build/dbqst.dqx" ]; then
+        "$build/qstk3-newdata" "$build"
     fi
     if [ -z "${DISPLAY:-}" ] && [ -z "${WAYLAND_DISPLAY:-}" ]; then
-        exec xvfb-run -a "$build/app/qstk3" "$@"
+        exec xvfb-run -a "$build/qstk3" "$@"
     fi
-    exec "$build/app/qstk3" "$@"
+    exec "$build/qstk3" "$@"
     ;;
 test)
     cd "$build"
     QT_QPA_PLATFORM=offscreen ctest --output-on-failure -j"$(nproc)" "$@"
     ;;
 bench)
-    exec "$build/bench/qstk3-bench" "$@"
+    exec "$build/qstk3-bench" "$@"
     ;;
 *)
     echo "usage: ./setup.sh [build|run|test|bench]" >&2

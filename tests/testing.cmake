@@ -1,6 +1,7 @@
 # qs_add_test(NAME SOURCES... [GUI]): one QtTest suite, run offscreen with a fixed locale.
+# Sources are given with ${CMAKE_CURRENT_LIST_DIR}/ in front.
 add_library(quillstock_testsupport STATIC
-    support/TestSupport.cpp support/TestSupport.h)
+    ${CMAKE_CURRENT_LIST_DIR}/support/TestSupport.cpp)
 target_link_libraries(quillstock_testsupport PUBLIC quillstock_core Qt6::Test)
 
 function(qs_add_test name)
@@ -12,12 +13,6 @@ function(qs_add_test name)
     endif()
     add_test(NAME ${name} COMMAND ${name})
     set_tests_properties(${name} PROPERTIES
-        ENVIRONMENT "QT_QPA_PLATFORM=offscreen;LC_ALL=C.UTF-8;LANG=C.UTF-8;QS_TEST_LOCALE=en_GB"
+        ENVIRONMENT "QT_QPA_PLATFORM=offscreen;QS_TEST_LOCALE=en_GB"
         TIMEOUT 300)
 endfunction()
-
-foreach(dir foundation grids inventory purchasing sales contacts reports maintenance)
-    if(EXISTS ${CMAKE_CURRENT_SOURCE_DIR}/${dir}/CMakeLists.txt)
-        add_subdirectory(${dir})
-    endif()
-endforeach()
