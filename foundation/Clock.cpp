@@ -7,12 +7,18 @@ QDate gFixedToday;
 std::function<int()> gTimeOfDay;
 } // namespace
 
-QDate Today() { return gFixedToday.isValid() ? gFixedToday : QDate::currentDate(); }
+QDate Today() {
+    return gFixedToday.isValid() ? gFixedToday : QDate::currentDate();
+}
 
-void SetToday(const QDate& d) { gFixedToday = d; }
+void SetToday(const QDate& d) {
+    gFixedToday = d;
+}
 
 int MillisecondsSinceMidnight() {
     return gTimeOfDay ? gTimeOfDay() : QTime::currentTime().msecsSinceStartOfDay();
 }
 
-void SetTimeOfDaySource(std::function<int()> source) { gTimeOfDay = std::move(source); }
+void SetTimeOfDaySource(std::function<int()> source) {
+    gTimeOfDay = std::move(source);
+}

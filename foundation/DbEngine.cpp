@@ -96,7 +96,9 @@ Database& Database::operator=(Database&& o) noexcept {
     return *this;
 }
 
-Database::~Database() { Close(); }
+Database::~Database() {
+    Close();
+}
 
 void Database::Close() {
     if (mDb) {
@@ -118,10 +120,9 @@ void Database::FailNextStatementContaining(const QString& fragment, int number,
         injected().reset();
         return;
     }
-    injected() = InjectedFailure{fragment, number,
-                                 description.isEmpty()
-                                     ? QStringLiteral("Operation failed (injected).")
-                                     : description};
+    injected() = InjectedFailure{
+        fragment, number,
+        description.isEmpty() ? QStringLiteral("Operation failed (injected).") : description};
 }
 
 sqlite3_stmt* Database::prepare(const QString& sql, const QVariantList& values) {
@@ -202,13 +203,19 @@ Recordset Database::OpenRecordset(const QString& sql, const QVariantList& values
     return rs;
 }
 
-void Database::BeginTrans() { Execute(QStringLiteral("BEGIN IMMEDIATE")); }
-void Database::CommitTrans() { Execute(QStringLiteral("COMMIT")); }
+void Database::BeginTrans() {
+    Execute(QStringLiteral("BEGIN IMMEDIATE"));
+}
+void Database::CommitTrans() {
+    Execute(QStringLiteral("COMMIT"));
+}
 void Database::Rollback() {
     if (mDb && !sqlite3_get_autocommit(mDb))
         sqlite3_exec(mDb, "ROLLBACK", nullptr, nullptr, nullptr);
 }
-bool Database::InTransaction() const { return mDb && !sqlite3_get_autocommit(mDb); }
+bool Database::InTransaction() const {
+    return mDb && !sqlite3_get_autocommit(mDb);
+}
 
 // ---------------------------------------------------------------- Recordset
 
@@ -224,10 +231,9 @@ Recordset::Recordset(Database* db, sqlite3_stmt* stmt, const QString& sql)
 }
 
 Recordset::Recordset(Recordset&& o) noexcept
-    : mDb(o.mDb), mStmt(o.mStmt), mSql(std::move(o.mSql)),
-      mIndexByName(std::move(o.mIndexByName)), mEof(o.mEof), mBof(o.mBof),
-      mPosition(o.mPosition), mCount(o.mCount), mAnyRow(o.mAnyRow), mEditMode(o.mEditMode),
-      mOriginal(std::move(o.mOriginal)), mPending(std::move(o.mPending)) {
+    : mDb(o.mDb), mStmt(o.mStmt), mSql(std::move(o.mSql)), mIndexByName(std::move(o.mIndexByName)),
+      mEof(o.mEof), mBof(o.mBof), mPosition(o.mPosition), mCount(o.mCount), mAnyRow(o.mAnyRow),
+      mEditMode(o.mEditMode), mOriginal(std::move(o.mOriginal)), mPending(std::move(o.mPending)) {
     o.mStmt = nullptr;
 }
 
@@ -251,7 +257,9 @@ Recordset& Recordset::operator=(Recordset&& o) noexcept {
     return *this;
 }
 
-Recordset::~Recordset() { Close(); }
+Recordset::~Recordset() {
+    Close();
+}
 
 void Recordset::Close() {
     if (mStmt) {
@@ -319,7 +327,9 @@ qint64 Recordset::RecordCount() const {
     return mPosition + 1;
 }
 
-int Recordset::FieldCount() const { return mStmt ? sqlite3_column_count(mStmt) : 0; }
+int Recordset::FieldCount() const {
+    return mStmt ? sqlite3_column_count(mStmt) : 0;
+}
 
 QString Recordset::FieldName(int index) const {
     return mStmt ? QString::fromUtf8(sqlite3_column_name(mStmt, index)) : QString();
@@ -410,10 +420,11 @@ void Recordset::Update() {
             where << FieldName(i) + QStringLiteral(" IS ?");
             values << mOriginal.at(i);
         }
-        mDb->Execute(QStringLiteral("UPDATE %1 SET %2 WHERE rowid = (SELECT rowid FROM %1 WHERE %3 "
-                                    "LIMIT 1)")
-                         .arg(table, sets.join(QLatin1Char(',')), where.join(QStringLiteral(" AND "))),
-                     values);
+        mDb->Execute(
+            QStringLiteral("UPDATE %1 SET %2 WHERE rowid = (SELECT rowid FROM %1 WHERE %3 "
+                           "LIMIT 1)")
+                .arg(table, sets.join(QLatin1Char(',')), where.join(QStringLiteral(" AND "))),
+            values);
     }
     mEditMode = EditMode::None;
     mPending.clear();
@@ -421,9 +432,15 @@ void Recordset::Update() {
 
 // ---------------------------------------------------------------- Field
 
-QVariant Field::Value() const { return mRs->columnValue(mIndex); }
-bool Field::IsNull() const { return mRs->columnIsNull(mIndex); }
-QString Field::Name() const { return mRs->FieldName(mIndex); }
+QVariant Field::Value() const {
+    return mRs->columnValue(mIndex);
+}
+bool Field::IsNull() const {
+    return mRs->columnIsNull(mIndex);
+}
+QString Field::Name() const {
+    return mRs->FieldName(mIndex);
+}
 
 QString Field::Text() const {
     const QVariant v = Value();
@@ -465,8 +482,9 @@ Database DBEngine::openFile(const QString& path, bool readOnly) {
     const int flags = (readOnly ? SQLITE_OPEN_READONLY : SQLITE_OPEN_READWRITE);
     int rc = sqlite3_open_v2(QFile::encodeName(path).constData(), &h, flags, nullptr);
     if (rc != SQLITE_OK) {
-        const QString d = QStringLiteral("The database engine cannot open the file '%1'. %2")
-                              .arg(path, QString::fromUtf8(h ? sqlite3_errmsg(h) : sqlite3_errstr(rc)));
+        const QString d =
+            QStringLiteral("The database engine cannot open the file '%1'. %2")
+                .arg(path, QString::fromUtf8(h ? sqlite3_errmsg(h) : sqlite3_errstr(rc)));
         sqlite3_close_v2(h);
         throw DbError(DbErr::CannotOpen, d);
     }
@@ -478,7 +496,8 @@ Database DBEngine::openFile(const QString& path, bool readOnly) {
     db.mPath = path;
     // Check that it is a database at all before anything else runs on it.
     char* err = nullptr;
-    rc = sqlite3_exec(h, "PRAGMA synchronous=FULL; PRAGMA foreign_keys=OFF;", nullptr, nullptr, &err);
+    rc = sqlite3_exec(h, "PRAGMA synchronous=FULL; PRAGMA foreign_keys=OFF;", nullptr, nullptr,
+                      &err);
     sqlite3_free(err);
     if (rc != SQLITE_OK) {
         const QString d = QStringLiteral("The database engine cannot open the file '%1'. %2")
@@ -488,7 +507,9 @@ Database DBEngine::openFile(const QString& path, bool readOnly) {
     return db;
 }
 
-Database DBEngine::OpenDatabase(const QString& path) { return openFile(path, false); }
+Database DBEngine::OpenDatabase(const QString& path) {
+    return openFile(path, false);
+}
 
 Database DBEngine::OpenDatabase(const QString& name, bool exclusive, bool readOnly,
                                 const QString& connect) {
@@ -511,8 +532,8 @@ Database DBEngine::OpenDatabase(const QString& name, bool exclusive, bool readOn
     }
     Database db = openFile(path, readOnly);
     // A file with a password keeps its salted hash; any other password is refused.
-    Recordset rs = db.OpenRecordset(QStringLiteral(
-        "SELECT name FROM sqlite_master WHERE type='table' AND name='qsAccess'"));
+    Recordset rs = db.OpenRecordset(
+        QStringLiteral("SELECT name FROM sqlite_master WHERE type='table' AND name='qsAccess'"));
     if (!rs.Eof()) {
         rs.Close();
         Recordset pw = db.OpenRecordset(QStringLiteral("SELECT Salt, Hash FROM qsAccess"));

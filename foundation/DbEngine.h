@@ -27,13 +27,13 @@ private:
 
 // Engine error numbers the program raises or recognises.
 namespace DbErr {
-constexpr int FileNotFound = 3024;    // "Could not find file '...'."
+constexpr int FileNotFound = 3024;     // "Could not find file '...'."
 constexpr int NotValidPassword = 3031; // "Not a valid password."
-constexpr int CannotOpen = 3051;      // the file cannot be opened
-constexpr int Locked = 3218;          // "Could not update; currently locked."
-constexpr int ReadOnly = 3027;        // "Cannot update. Database or object is read-only."
-constexpr int Syntax = 3075;          // syntax error or unknown name in a statement
-constexpr int Generic = 3146;         // any other engine failure
+constexpr int CannotOpen = 3051;       // the file cannot be opened
+constexpr int Locked = 3218;           // "Could not update; currently locked."
+constexpr int ReadOnly = 3027;         // "Cannot update. Database or object is read-only."
+constexpr int Syntax = 3075;           // syntax error or unknown name in a statement
+constexpr int Generic = 3146;          // any other engine failure
 } // namespace DbErr
 
 class Database;
@@ -43,10 +43,10 @@ class Recordset;
 class Field {
 public:
     Field(const Recordset* rs, int index) : mRs(rs), mIndex(index) {}
-    QVariant Value() const;          // null when the column is Null
-    QString Text() const;            // "" when Null
-    double Double() const;           // 0 when Null or not a number
-    qint64 Long() const;             // 0 when Null or not a number
+    QVariant Value() const; // null when the column is Null
+    QString Text() const;   // "" when Null
+    double Double() const;  // 0 when Null or not a number
+    qint64 Long() const;    // 0 when Null or not a number
     bool IsNull() const;
     QString Name() const;
     operator QString() const { return Text(); }
@@ -101,8 +101,8 @@ private:
     QHash<QString, int> mIndexByName; // lower-case names
     bool mEof = true;
     bool mBof = true;
-    qint64 mPosition = -1;   // 0-based row the statement is on
-    qint64 mCount = -1;      // known after MoveLast
+    qint64 mPosition = -1; // 0-based row the statement is on
+    qint64 mCount = -1;    // known after MoveLast
     bool mAnyRow = false;
     enum class EditMode { None, Add, Edit } mEditMode = EditMode::None;
     QVariantList mOriginal;

@@ -2,8 +2,12 @@
 
 #include "foundation/Helpers.h"
 
-QDate NoDate() { return QDate(2040, 1, 1); }
-QString NoDateText() { return QStringLiteral("2040-01-01"); }
+QDate NoDate() {
+    return QDate(2040, 1, 1);
+}
+QString NoDateText() {
+    return QStringLiteral("2040-01-01");
+}
 
 QString SqlDateLiteral(const QDate& d) {
     return QLatin1Char('\'') + (d.isValid() ? SqlDate(d) : NoDateText()) + QLatin1Char('\'');
@@ -28,9 +32,15 @@ QString LikeContains(const QString& typed) {
     return QStringLiteral("LIKE '%") + LikeEscape(typed) + QStringLiteral("%' ESCAPE '\\'");
 }
 
-QString FirstRowOnly() { return QStringLiteral(" LIMIT 1"); }
-QString SqlTrue() { return QStringLiteral("-1"); }
-QString SqlFalse() { return QStringLiteral("0"); }
+QString FirstRowOnly() {
+    return QStringLiteral(" LIMIT 1");
+}
+QString SqlTrue() {
+    return QStringLiteral("-1");
+}
+QString SqlFalse() {
+    return QStringLiteral("0");
+}
 
 QString SqlText(const QString& text) {
     return QLatin1Char('\'') + ApostropheOut(text) + QLatin1Char('\'');

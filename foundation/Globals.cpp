@@ -26,7 +26,9 @@ int gContactType = 0;
 qint32 gContactID = 0;
 int gReportType = 0;
 
-QString AppName() { return QStringLiteral("qstk3"); }
+QString AppName() {
+    return QStringLiteral("qstk3");
+}
 
 QString RightsConnectString() {
     return QStringLiteral(";DATABASE=") + gRightsPath + QStringLiteral(";PWD=") + RightsPassword();

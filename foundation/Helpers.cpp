@@ -184,14 +184,13 @@ double ParseLocaleNumber(const QVariant& value) {
 
 QString Format(double value, const QString& mask) {
     const QLocale loc;
-    return formatWith(value, mask, loc.decimalPoint().at(0), groupChar(loc),
-                      false);
+    return formatWith(value, mask, loc.decimalPoint().at(0), groupChar(loc), false);
 }
 
 QString FormatNumber(double value, const QString& mask) {
     const QLocale loc;
-    return formatWith(ParseLocaleNumber(value), mask, loc.decimalPoint().at(0),
-                      groupChar(loc), true);
+    return formatWith(ParseLocaleNumber(value), mask, loc.decimalPoint().at(0), groupChar(loc),
+                      true);
 }
 QString FormatNumber(const QString& text, const QString& mask) {
     return FormatNumber(ParseLocaleNumber(text), mask);
@@ -235,10 +234,10 @@ QDate ParseDateText(const QString& input) {
     if (const auto m = iso.match(text); m.hasMatch())
         return QDate(m.captured(1).toInt(), m.captured(2).toInt(), m.captured(3).toInt());
     const QLocale loc;
-    for (const QString& f : {DateDisplayFormat(), loc.dateFormat(QLocale::ShortFormat),
-                             QStringLiteral("d/M/yyyy"), QStringLiteral("d.M.yyyy"),
-                             QStringLiteral("d-M-yyyy"), QStringLiteral("d/M/yy"),
-                             QStringLiteral("d.M.yy")}) {
+    for (const QString& f :
+         {DateDisplayFormat(), loc.dateFormat(QLocale::ShortFormat), QStringLiteral("d/M/yyyy"),
+          QStringLiteral("d.M.yyyy"), QStringLiteral("d-M-yyyy"), QStringLiteral("d/M/yy"),
+          QStringLiteral("d.M.yy")}) {
         QDate d = loc.toDate(text, f);
         if (d.isValid()) {
             if (d.year() < 1930 && !f.contains(QStringLiteral("yyyy")))

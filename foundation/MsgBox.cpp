@@ -33,9 +33,13 @@ BoxBackend* gBackend = nullptr;
 
 } // namespace
 
-void InstallBoxBackend(BoxBackend* backend) { gBackend = backend; }
+void InstallBoxBackend(BoxBackend* backend) {
+    gBackend = backend;
+}
 
-BoxBackend* CurrentBoxBackend() { return gBackend ? gBackend : &gSilent; }
+BoxBackend* CurrentBoxBackend() {
+    return gBackend ? gBackend : &gSilent;
+}
 
 int MsgBox(const QString& prompt, int flags, const QString& title) {
     return CurrentBoxBackend()->msgBox(prompt, flags, title.isEmpty() ? AppName() : title);
@@ -51,7 +55,9 @@ QString ChooseFile(const FileDialogRequest& request) {
     return CurrentBoxBackend()->fileDialog(request);
 }
 
-void ShowProcessingBar() { CurrentBoxBackend()->processingBar(); }
+void ShowProcessingBar() {
+    CurrentBoxBackend()->processingBar();
+}
 
 QString RunTimeErrorText(int number, const QString& description) {
     return QStringLiteral("Run-time error '%1':\n\n%2").arg(number).arg(description);

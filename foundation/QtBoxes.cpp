@@ -16,8 +16,9 @@ QString qtFilter(const QString& vbFilter) {
     for (int i = 0; i + 1 < parts.size(); i += 2) {
         const QString label = parts[i];
         const QString pattern = QString(parts[i + 1]).replace(QLatin1Char(';'), QLatin1Char(' '));
-        out << (label.contains(QLatin1Char('(')) ? label : label + QStringLiteral(" (") + pattern +
-                                                               QStringLiteral(")"));
+        out << (label.contains(QLatin1Char('('))
+                    ? label
+                    : label + QStringLiteral(" (") + pattern + QStringLiteral(")"));
     }
     return out.join(QStringLiteral(";;"));
 }
@@ -59,7 +60,8 @@ int QtBoxBackend::msgBox(const QString& prompt, int flags, const QString& title)
                    {QMessageBox::Ignore, vbIgnore}};
         break;
     case vbYesNoCancel:
-        choices = {{QMessageBox::Yes, vbYes}, {QMessageBox::No, vbNo}, {QMessageBox::Cancel, vbCancel}};
+        choices = {
+            {QMessageBox::Yes, vbYes}, {QMessageBox::No, vbNo}, {QMessageBox::Cancel, vbCancel}};
         break;
     case vbYesNo:
         choices = {{QMessageBox::Yes, vbYes}, {QMessageBox::No, vbNo}};

@@ -10,8 +10,12 @@
 //   Counter -> INTEGER PRIMARY KEY AUTOINCREMENT; keys the program assigns -> INTEGER PRIMARY KEY.
 // Flags are numbers and default to 0, so a row that never sets one reads 0.
 
-QString CurrentDbVersion() { return QStringLiteral("32A"); }
-QString RightsPassword() { return QStringLiteral("rivulet582"); }
+QString CurrentDbVersion() {
+    return QStringLiteral("32A");
+}
+QString RightsPassword() {
+    return QStringLiteral("rivulet582");
+}
 
 namespace {
 const char* kAddressColumns =
@@ -27,7 +31,8 @@ QStringList BusinessSchema() {
     return {
         // Inventory
         QStringLiteral(
-            "CREATE TABLE tblStockItems (ItemID INTEGER PRIMARY KEY, MasterPNo TEXT COLLATE NOCASE, "
+            "CREATE TABLE tblStockItems (ItemID INTEGER PRIMARY KEY, MasterPNo TEXT COLLATE "
+            "NOCASE, "
             "ItemName TEXT COLLATE NOCASE, ItemDescription TEXT COLLATE NOCASE, "
             "Category TEXT COLLATE NOCASE, Assy INTEGER DEFAULT 0, Location TEXT COLLATE NOCASE, "
             "Qty REAL, Trigger REAL, SellAt REAL, AllowDiscount INTEGER DEFAULT 0, AllocQty REAL, "
@@ -36,7 +41,8 @@ QStringList BusinessSchema() {
         QStringLiteral("CREATE TABLE tblItemSupplier (ItemID INTEGER, SupplierID INTEGER, "
                        "SupplierPNo TEXT COLLATE NOCASE, MinOrQty REAL, PriceEach REAL, "
                        "PrimeSupplier INTEGER DEFAULT 0)"),
-        QStringLiteral("CREATE TABLE tblItemComments (StockID INTEGER, Comment TEXT COLLATE NOCASE)"),
+        QStringLiteral(
+            "CREATE TABLE tblItemComments (StockID INTEGER, Comment TEXT COLLATE NOCASE)"),
         QStringLiteral("CREATE TABLE tblItemHistory (StockID INTEGER, HistDate TEXT, "
                        "HistType TEXT COLLATE NOCASE, HistID INTEGER, HistID2 REAL, "
                        "HistRef TEXT COLLATE NOCASE, HistTRN TEXT COLLATE NOCASE, HistQty REAL, "
@@ -106,7 +112,8 @@ QStringList BusinessIndexes() {
         QStringLiteral("CREATE INDEX IF NOT EXISTS ixStockMasterPNo ON tblStockItems (MasterPNo)"),
         QStringLiteral("CREATE INDEX IF NOT EXISTS ixStockCategory ON tblStockItems (Category)"),
         QStringLiteral("CREATE INDEX IF NOT EXISTS ixItemSupItem ON tblItemSupplier (ItemID)"),
-        QStringLiteral("CREATE INDEX IF NOT EXISTS ixItemSupSupplier ON tblItemSupplier (SupplierID)"),
+        QStringLiteral(
+            "CREATE INDEX IF NOT EXISTS ixItemSupSupplier ON tblItemSupplier (SupplierID)"),
         QStringLiteral("CREATE INDEX IF NOT EXISTS ixCommentStock ON tblItemComments (StockID)"),
         QStringLiteral("CREATE INDEX IF NOT EXISTS ixHistStock ON tblItemHistory (StockID)"),
         QStringLiteral("CREATE INDEX IF NOT EXISTS ixHistID2 ON tblItemHistory (HistID2)"),
@@ -121,13 +128,15 @@ QStringList BusinessIndexes() {
         QStringLiteral("CREATE INDEX IF NOT EXISTS ixCustOrdersCust ON tblCustOrders (CustID)"),
         QStringLiteral("CREATE INDEX IF NOT EXISTS ixCustDetailOrder "
                        "ON tblCustOrderDetail (CustBasketDetailID)"),
-        QStringLiteral("CREATE INDEX IF NOT EXISTS ixCustDetailStock ON tblCustOrderDetail (StockID)"),
+        QStringLiteral(
+            "CREATE INDEX IF NOT EXISTS ixCustDetailStock ON tblCustOrderDetail (StockID)"),
         QStringLiteral("CREATE INDEX IF NOT EXISTS ixDespOrder ON tblDespatch (CustOrderID)"),
         QStringLiteral("CREATE INDEX IF NOT EXISTS ixDespInvoice ON tblDespatch (InvoiceNo)"),
         QStringLiteral("CREATE INDEX IF NOT EXISTS ixDespDetailDesp ON tblDespDetail (DespID)"),
         QStringLiteral("CREATE INDEX IF NOT EXISTS ixDespDetailRow "
                        "ON tblDespDetail (OrderDetailRowID)"),
-        QStringLiteral("CREATE INDEX IF NOT EXISTS ixDespDetailStock ON tblDespDetail (DespStockID)"),
+        QStringLiteral(
+            "CREATE INDEX IF NOT EXISTS ixDespDetailStock ON tblDespDetail (DespStockID)"),
         QStringLiteral("CREATE INDEX IF NOT EXISTS ixParameters ON tblParameters (ParaName)"),
     };
 }

@@ -10,9 +10,9 @@ QString CurrentDbVersion(); // "32A"
 QString RightsPassword();
 
 // CREATE statements, in order, for each file.
-QStringList BusinessSchema();  // dbqst.dqx
-QStringList UserCfgSchema();   // usercfg.dqx
-QStringList RightsSchema();    // up.dqx
+QStringList BusinessSchema(); // dbqst.dqx
+QStringList UserCfgSchema();  // usercfg.dqx
+QStringList RightsSchema();   // up.dqx
 // Indexes on key, join and filter columns of dbqst.dqx.
 QStringList BusinessIndexes();
 

@@ -40,11 +40,12 @@ void UpgradeUnitsOfMeasure() {
     Database db = DBEngine::OpenDatabase(gDbPath);
     if (!probeFails(db, QStringLiteral("SELECT UOM3 FROM tblStockItems WHERE ItemID = 0")))
         return;
-    runIgnoringErrors(db, {
-        QStringLiteral("ALTER TABLE tblStockItems ADD COLUMN UOM1 TEXT(25) COLLATE NOCASE"),
-        QStringLiteral("ALTER TABLE tblStockItems ADD COLUMN UOM2 TEXT(25) COLLATE NOCASE"),
-        QStringLiteral("ALTER TABLE tblStockItems ADD COLUMN UOM3 TEXT(25) COLLATE NOCASE"),
-    });
+    runIgnoringErrors(
+        db, {
+                QStringLiteral("ALTER TABLE tblStockItems ADD COLUMN UOM1 TEXT(25) COLLATE NOCASE"),
+                QStringLiteral("ALTER TABLE tblStockItems ADD COLUMN UOM2 TEXT(25) COLLATE NOCASE"),
+                QStringLiteral("ALTER TABLE tblStockItems ADD COLUMN UOM3 TEXT(25) COLLATE NOCASE"),
+            });
     Pause(100);
     // The quantities AllocQty, OrderedQty, ShippedQty, DespQty, HistQty, MinOrQty, Qty,
     // OnOrderQty, Trigger and WOQty are widened to Double here: nothing to send (see above).
@@ -104,8 +105,10 @@ bool UpgradeTo32A() {
              })
             db.Execute(QString::fromLatin1(sql));
         // The late-delivery reports and the invoice list join on these two.
-        db.Execute(QStringLiteral("CREATE INDEX IF NOT EXISTS ixHistID2 ON tblItemHistory (HistID2)"));
-        db.Execute(QStringLiteral("CREATE INDEX IF NOT EXISTS ixDespInvoice ON tblDespatch (InvoiceNo)"));
+        db.Execute(
+            QStringLiteral("CREATE INDEX IF NOT EXISTS ixHistID2 ON tblItemHistory (HistID2)"));
+        db.Execute(
+            QStringLiteral("CREATE INDEX IF NOT EXISTS ixDespInvoice ON tblDespatch (InvoiceNo)"));
         if (rowExists)
             db.Execute(QStringLiteral("UPDATE dbStatus SET DB_Ver = '32A'"));
         else
@@ -113,17 +116,18 @@ bool UpgradeTo32A() {
                        QStringLiteral(" VALUES ") + QStringLiteral("('32A')"));
         db.CommitTrans();
     } catch (const DbError& e) {
-        MsgBox(QString::number(e.Number()) + QStringLiteral(" ") +
-                   QStringLiteral("The updates failed to install. The error reported by the "
-                                  "windows database driver is:-") +
-                   QStringLiteral("\n") + e.Description() + QStringLiteral("\n\n") +
-                   QStringLiteral("If the error is caused by another user then you need to make "
-                                  "sure that no other users are logged into the Inventory database") +
-                   QStringLiteral("\n\n") +
-                   QStringLiteral("You can not use this version of the software unless these "
-                                  "updates are completed successfully. Once the software has "
-                                  "closed you can restart and retry the update again."),
-               vbCritical);
+        MsgBox(
+            QString::number(e.Number()) + QStringLiteral(" ") +
+                QStringLiteral("The updates failed to install. The error reported by the "
+                               "windows database driver is:-") +
+                QStringLiteral("\n") + e.Description() + QStringLiteral("\n\n") +
+                QStringLiteral("If the error is caused by another user then you need to make "
+                               "sure that no other users are logged into the Inventory database") +
+                QStringLiteral("\n\n") +
+                QStringLiteral("You can not use this version of the software unless these "
+                               "updates are completed successfully. Once the software has "
+                               "closed you can restart and retry the update again."),
+            vbCritical);
         db.Rollback();
         Pause(1000);
         db.Close();
@@ -140,8 +144,9 @@ bool UpgradeTo32A() {
 void UpgradeInvoicedColumn() {
     Database db = DBEngine::OpenDatabase(gDbPath);
     if (probeFails(db, QStringLiteral("SELECT Invoiced FROM tblDespatch LIMIT 1")))
-        ignoringErrors(
-            [&] { db.Execute(QStringLiteral("ALTER TABLE tblDespatch ADD COLUMN Invoiced TEXT")); });
+        ignoringErrors([&] {
+            db.Execute(QStringLiteral("ALTER TABLE tblDespatch ADD COLUMN Invoiced TEXT"));
+        });
 }
 
 void UpgradeParametersTable() {

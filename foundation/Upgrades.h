@@ -5,9 +5,9 @@
 // been told and the program must end.
 bool RunUpgrades();
 
-void UpgradeUnitsOfMeasure(); // step 1
-void UpgradeTo31A();          // step 2
-bool UpgradeTo32A();          // step 3 (runs 3a after a successful upgrade)
-void UpgradeInvoicedColumn(); // step 3a
+void UpgradeUnitsOfMeasure();  // step 1
+void UpgradeTo31A();           // step 2
+bool UpgradeTo32A();           // step 3 (runs 3a after a successful upgrade)
+void UpgradeInvoicedColumn();  // step 3a
 void UpgradeParametersTable(); // step 4
-void UpgradeSettingsWidth();  // step 5
+void UpgradeSettingsWidth();   // step 5

@@ -30,7 +30,8 @@ private slots:
                                         "HistRef, HistTRN, HistQty, HistText FROM tblItemHistory"));
         db.OpenRecordset(QStringLiteral("SELECT AddID, CoName, Discount FROM tblCusAddresses"));
         db.OpenRecordset(QStringLiteral("SELECT ParaName, f1, f10 FROM tblParameters"));
-        Recordset sup = db.OpenRecordset(QStringLiteral("SELECT AddID, CoName FROM tblSupAddresses"));
+        Recordset sup =
+            db.OpenRecordset(QStringLiteral("SELECT AddID, CoName FROM tblSupAddresses"));
         QVERIFY(!sup.Eof());
         QCOMPARE(sup.Fields(QStringLiteral("AddID")).Long(), 0);
         QCOMPARE(sup.Fields(QStringLiteral("CoName")).Text(), QStringLiteral("No Supplier"));
@@ -44,13 +45,17 @@ private slots:
             QStringLiteral("SELECT AddID FROM tblSupAddresses WHERE CoName = 'ACME'"));
         QCOMPARE(id.Fields(0).Long(), 1);
         // A flag never written reads 0.
-        db.Execute(QStringLiteral("INSERT INTO tblCustOrders (CustBasketID, CustID) VALUES (1, 1)"));
-        QCOMPARE(db.OpenRecordset(QStringLiteral("SELECT ORDone FROM tblCustOrders")).Fields(0).Long(), 0);
+        db.Execute(
+            QStringLiteral("INSERT INTO tblCustOrders (CustBasketID, CustID) VALUES (1, 1)"));
+        QCOMPARE(
+            db.OpenRecordset(QStringLiteral("SELECT ORDone FROM tblCustOrders")).Fields(0).Long(),
+            0);
 
         Database cfg = DBEngine::OpenDatabase(gUserCfgPath);
         cfg.OpenRecordset(QStringLiteral(
             "SELECT PcName, AppName, ParaName, ParaVal_1, ParaVal_2 FROM tblDefaults"));
-        cfg.OpenRecordset(QStringLiteral("SELECT PcName, AppName, GridName, ColName, ColWidth FROM ColStat"));
+        cfg.OpenRecordset(
+            QStringLiteral("SELECT PcName, AppName, GridName, ColName, ColWidth FROM ColStat"));
 
         // The tool never overwrites.
         QString why;
@@ -66,7 +71,8 @@ private slots:
                    {1, QStringLiteral("ab-100"), QVariant(), 2.5});
         db.Execute(QStringLiteral("INSERT INTO tblStockItems (ItemID, MasterPNo, Qty) VALUES "
                                   "(2, 'AB%1', 1), (3, 'AB_2', 1), (4, 'ABX2', 1), (5, 'zz', 1)"));
-        db.Execute(QStringLiteral("UPDATE tblStockItems SET Qty = Qty + 1 WHERE MasterPNo LIKE 'ab%'"));
+        db.Execute(
+            QStringLiteral("UPDATE tblStockItems SET Qty = Qty + 1 WHERE MasterPNo LIKE 'ab%'"));
         QCOMPARE(db.RecordsAffected(), 4);
         db.Execute(QStringLiteral("UPDATE tblStockItems SET Qty = 0 WHERE ItemID = 99"));
         QCOMPARE(db.RecordsAffected(), 0);
@@ -94,8 +100,9 @@ private slots:
         // A typed % or _ matches itself only.
         auto count = [&](const QString& typed) {
             return db
-                .OpenRecordset(QStringLiteral("SELECT COUNT(*) FROM tblStockItems WHERE MasterPNo ") +
-                               LikePrefix(typed))
+                .OpenRecordset(
+                    QStringLiteral("SELECT COUNT(*) FROM tblStockItems WHERE MasterPNo ") +
+                    LikePrefix(typed))
                 .Fields(0)
                 .Long();
         };
@@ -118,8 +125,10 @@ private slots:
         QVERIFY(empty.Eof());
         QCOMPARE(empty.RecordCount(), 0);
         for (int i = 1; i <= 5; ++i)
-            db.Execute(QStringLiteral("INSERT INTO tblBaskets (StockID, ReqQty) VALUES (?, 0)"), {i});
-        Recordset rs = db.OpenRecordset(QStringLiteral("SELECT StockID FROM tblBaskets ORDER BY StockID"));
+            db.Execute(QStringLiteral("INSERT INTO tblBaskets (StockID, ReqQty) VALUES (?, 0)"),
+                       {i});
+        Recordset rs =
+            db.OpenRecordset(QStringLiteral("SELECT StockID FROM tblBaskets ORDER BY StockID"));
         QVERIFY(rs.RecordCount() > 0);
         rs.MoveLast();
         QCOMPARE(rs.RecordCount(), 5);
@@ -159,7 +168,8 @@ private slots:
             QCOMPARE(e.Number(), int(DbErr::Syntax));
             QVERIFY(e.Description().contains(QStringLiteral("syntax error")));
         }
-        QVERIFY_THROWS_EXCEPTION(DbError, db.OpenRecordset(QStringLiteral("SELECT NoColumn FROM tblHome")));
+        QVERIFY_THROWS_EXCEPTION(DbError,
+                                 db.OpenRecordset(QStringLiteral("SELECT NoColumn FROM tblHome")));
 
         db.BeginTrans();
         db.Execute(QStringLiteral("INSERT INTO tblHome (CoName) VALUES ('Gone')"));
@@ -204,29 +214,34 @@ private slots:
             QVERIFY(e.Description().contains(QStringLiteral("missing.dqx")));
         }
         {
-            Database rights = DBEngine::OpenDatabase(QString(), false, false, RightsConnectString());
+            Database rights =
+                DBEngine::OpenDatabase(QString(), false, false, RightsConnectString());
             rights.Execute(QStringLiteral("INSERT INTO tblRights (UserName, Pm2) VALUES ('a', 0)"));
         }
         try {
             DBEngine::OpenDatabase(QString(), false, false,
-                                   QStringLiteral(";DATABASE=") + gRightsPath + QStringLiteral(";PWD=wrong"));
+                                   QStringLiteral(";DATABASE=") + gRightsPath +
+                                       QStringLiteral(";PWD=wrong"));
             QFAIL("opened with a wrong password");
         } catch (const DbError& e) {
             QCOMPARE(e.Number(), int(DbErr::NotValidPassword));
             QCOMPARE(e.Description(), QStringLiteral("Not a valid password."));
         }
-        QVERIFY_THROWS_EXCEPTION(DbError, DBEngine::OpenDatabase(QString(), false, false,
-                                                                 QStringLiteral(";DATABASE=") + gRightsPath));
+        QVERIFY_THROWS_EXCEPTION(
+            DbError, DBEngine::OpenDatabase(QString(), false, false,
+                                            QStringLiteral(";DATABASE=") + gRightsPath));
 
         {
             Database db = DBEngine::OpenDatabase(gDbPath);
-            db.Execute(QStringLiteral("INSERT INTO tblStockItems (ItemID, MasterPNo) VALUES (7, 'P7')"));
+            db.Execute(
+                QStringLiteral("INSERT INTO tblStockItems (ItemID, MasterPNo) VALUES (7, 'P7')"));
         }
         const QString copy = data.path(QStringLiteral("copy.bkp"));
         DBEngine::CompactDatabase(gDbPath, copy);
         Database c = DBEngine::OpenDatabase(copy);
-        QCOMPARE(c.OpenRecordset(QStringLiteral("SELECT MasterPNo FROM tblStockItems")).Fields(0).Text(),
-                 QStringLiteral("P7"));
+        QCOMPARE(
+            c.OpenRecordset(QStringLiteral("SELECT MasterPNo FROM tblStockItems")).Fields(0).Text(),
+            QStringLiteral("P7"));
         QVERIFY_THROWS_EXCEPTION(DbError, DBEngine::CompactDatabase(gDbPath, copy));
         // Not a database at all.
         QFile junk(data.path(QStringLiteral("junk.dqx")));

@@ -67,7 +67,8 @@ private slots:
         QCOMPARE(SqlNumber(1234.5, QStringLiteral("0.00")), QStringLiteral("1234.50"));
         QCOMPARE(SqlNumber(QStringLiteral("1.234,5"), QStringLiteral("0.00###")),
                  QStringLiteral("1234.50"));
-        QCOMPARE(SqlNumber(QStringLiteral("0,125"), QStringLiteral("0.00")), QStringLiteral("0.13"));
+        QCOMPARE(SqlNumber(QStringLiteral("0,125"), QStringLiteral("0.00")),
+                 QStringLiteral("0.13"));
         QCOMPARE(SqlNumber(QStringLiteral("2"), QStringLiteral("0.0#")), QStringLiteral("2"));
         QCOMPARE(SqlNumber(1234.5, QStringLiteral("#,##0.00")), QStringLiteral("1234.50"));
     }

@@ -64,7 +64,8 @@ private slots:
             FormMain empty;
             empty.Form_Load();
             QCOMPARE(empty.findChild<QLineEdit*>(QStringLiteral("txtCoName"))->text(), QString());
-            QCOMPARE(empty.findChild<QLineEdit*>(QStringLiteral("txtCoAddress_0"))->text(), QString());
+            QCOMPARE(empty.findChild<QLineEdit*>(QStringLiteral("txtCoAddress_0"))->text(),
+                     QString());
             QVERIFY(!gPcName.isEmpty());
         }
         {
@@ -76,16 +77,17 @@ private slots:
         }
         FormMain w;
         w.Form_Load();
-        QCOMPARE(w.findChild<QLineEdit*>(QStringLiteral("txtCoName"))->text(), QStringLiteral("Parts Ltd"));
-        const QStringList expected = {QStringLiteral("Unit 4"),  QStringLiteral("Mill Lane"),
-                                      QStringLiteral("Leeds"),   QStringLiteral("West Yorks"),
-                                      QStringLiteral("LS1 1AA"), QStringLiteral("England"),
+        QCOMPARE(w.findChild<QLineEdit*>(QStringLiteral("txtCoName"))->text(),
+                 QStringLiteral("Parts Ltd"));
+        const QStringList expected = {QStringLiteral("Unit 4"),   QStringLiteral("Mill Lane"),
+                                      QStringLiteral("Leeds"),    QStringLiteral("West Yorks"),
+                                      QStringLiteral("LS1 1AA"),  QStringLiteral("England"),
                                       QStringLiteral("0113 000"), QStringLiteral("0113 001")};
         for (int i = 0; i < expected.size(); ++i)
             QCOMPARE(w.findChild<QLineEdit*>(QStringLiteral("txtCoAddress_%1").arg(i))->text(),
                      expected[i]);
-        for (const char* panel : {"frmContacts", "frmNewItem", "frmItemDetail", "frmViewCustOrders",
-                                  "frmGlobalLinks"})
+        for (const char* panel :
+             {"frmContacts", "frmNewItem", "frmItemDetail", "frmViewCustOrders", "frmGlobalLinks"})
             QVERIFY(w.findChild<QWidget*>(QLatin1String(panel))->isHidden());
         QCOMPARE(w.findChild<QTabBar*>(QStringLiteral("TabStrip2"))->currentIndex(), 0);
     }

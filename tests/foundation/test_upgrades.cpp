@@ -109,11 +109,13 @@ private slots:
         QCOMPARE(inv.Fields(QStringLiteral("InvoiceNo")).Long(), 5);
         inv.MoveNext();
         QCOMPARE(inv.Fields(QStringLiteral("InvoiceNo")).Long(), 9);
-        Recordset det = db.OpenRecordset(QStringLiteral("SELECT SellAtPrice, DespQty FROM tblDespDetail"));
+        Recordset det =
+            db.OpenRecordset(QStringLiteral("SELECT SellAtPrice, DespQty FROM tblDespDetail"));
         QVERIFY(det.Fields(0).IsNull());
         QCOMPARE(det.Fields(0).Double(), 0.0);
         QCOMPARE(det.Fields(1).Double(), 2.0);
-        Recordset item = db.OpenRecordset(QStringLiteral("SELECT MasterPNo, Qty, SellAt FROM tblStockItems"));
+        Recordset item =
+            db.OpenRecordset(QStringLiteral("SELECT MasterPNo, Qty, SellAt FROM tblStockItems"));
         QCOMPARE(item.Fields(0).Text(), QStringLiteral("P-1"));
         QCOMPARE(item.Fields(1).Double(), 4.0);
         QCOMPARE(item.Fields(2).Double(), 2.5);
@@ -173,8 +175,9 @@ private slots:
         QVERIFY(!RunUpgrades());
         QCOMPARE(boxes.prompts().size(), 2);
         const QString failure = boxes.prompts().at(1);
-        QVERIFY(failure.startsWith(QStringLiteral("3075 The updates failed to install. The error "
-                                                  "reported by the windows database driver is:-\n")));
+        QVERIFY(
+            failure.startsWith(QStringLiteral("3075 The updates failed to install. The error "
+                                              "reported by the windows database driver is:-\n")));
         QVERIFY(failure.contains(QStringLiteral("duplicate column name: HistID2")));
         QVERIFY(failure.endsWith(QStringLiteral(
             "Once the software has closed you can restart and retry the update again.")));
@@ -184,7 +187,9 @@ private slots:
         QCOMPARE(version(db), QStringLiteral("31A"));
         QVERIFY(!hasColumn(db, QStringLiteral("tblDespatch"), QStringLiteral("TotalTax")));
         QVERIFY(!hasColumn(db, QStringLiteral("tblDespDetail"), QStringLiteral("SellAtPrice")));
-        QCOMPARE(db.OpenRecordset(QStringLiteral("SELECT COUNT(*) FROM tblDespatch")).Fields(0).Long(), 2);
+        QCOMPARE(
+            db.OpenRecordset(QStringLiteral("SELECT COUNT(*) FROM tblDespatch")).Fields(0).Long(),
+            2);
     }
 
     void lockedFileFails32AAndNextStartRetries() {

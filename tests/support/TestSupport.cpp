@@ -21,9 +21,13 @@ TestData::TestData() {
     SetToday(QDate(2026, 11, 23));
 }
 
-ScriptedBoxes::ScriptedBoxes() : mPrevious(CurrentBoxBackend()) { InstallBoxBackend(this); }
+ScriptedBoxes::ScriptedBoxes() : mPrevious(CurrentBoxBackend()) {
+    InstallBoxBackend(this);
+}
 
-ScriptedBoxes::~ScriptedBoxes() { InstallBoxBackend(nullptr); }
+ScriptedBoxes::~ScriptedBoxes() {
+    InstallBoxBackend(nullptr);
+}
 
 QStringList ScriptedBoxes::prompts(ShownBox::Kind kind) const {
     QStringList out;
@@ -80,7 +84,9 @@ QString ScriptedBoxes::fileDialog(const FileDialogRequest& request) {
     return f;
 }
 
-void ScriptedBoxes::processingBar() { mShown.append({ShownBox::ProcessingBar, {}, 0, {}}); }
+void ScriptedBoxes::processingBar() {
+    mShown.append({ShownBox::ProcessingBar, {}, 0, {}});
+}
 
 LocaleScope::LocaleScope(const QLocale& locale) : mPrevious(QLocale()), mPreviousSep(gDecimalSep) {
     QLocale::setDefault(locale);
