@@ -12,10 +12,10 @@ QList<QPair<QString, int>> ReadColumnState(const QString& gridName) {
     QList<QPair<QString, int>> widths;
     try {
         Database db = DBEngine::OpenDatabase(gUserCfgPath);
-        Recordset rs = db.OpenRecordset(QStringLiteral("SELECT * FROM ColStat WHERE PcName='") +
-                                        gPcName + QStringLiteral("' AND AppName='") + AppName() +
-                                        QStringLiteral("' AND GridName='") + gridName +
-                                        QStringLiteral("' "));
+        Recordset rs =
+            db.OpenRecordset(QStringLiteral("SELECT * FROM ColStat WHERE PcName='") + gPcName +
+                             QStringLiteral("' AND AppName='") + AppName() +
+                             QStringLiteral("' AND GridName='") + gridName + QStringLiteral("' "));
         while (!rs.Eof()) {
             // A bad row is passed over; the others still count.
             try {

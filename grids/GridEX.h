@@ -184,7 +184,7 @@ public:
     void SetDeleteHandler(DeleteHandler handler);
     void SetItemCount(int count); // 0 drops all the grid holds, including its sort
     int ItemCount() const;
-    void Refresh();                // drops cached cells and reads them again, keeping the order
+    void Refresh();                 // drops cached cells and reads them again, keeping the order
     void RefreshRecord(int record); // reads one record again (after the owner changed it)
 
     // --- columns ---
@@ -192,10 +192,10 @@ public:
     const GridColumns& Columns() const { return mColumns; }
 
     // --- rows as displayed ---
-    int RowCount() const;          // group rows included
-    int Row() const;               // current row, 1-based; 0 when there is none
-    void SetRow(int row);          // makes a row current (1..RowCount)
-    int RecordIndex(int row) const; // the record shown in a grid row; 0 for a group or new row
+    int RowCount() const;              // group rows included
+    int Row() const;                   // current row, 1-based; 0 when there is none
+    void SetRow(int row);              // makes a row current (1..RowCount)
+    int RecordIndex(int row) const;    // the record shown in a grid row; 0 for a group or new row
     int RowOfRecord(int record) const; // the grid row showing a record; 0 if hidden or absent
     int GroupRowLevel(int row) const;  // 0 for a data row, 1.. for group rows (1 outermost)
     // The cell of the current row as shown (pending edits included): by position or key. A group
@@ -205,6 +205,9 @@ public:
     // The cell of any grid row, as Value gives it.
     QVariant CellValue(int row, int column) const;
     int RowAt(const QPoint& widgetPos) const; // grid row under a point of this widget; 0 if none
+    // The bottom of the column headings (and the group-by box above them) in MouseUp's twips:
+    // a release at or below it is over the rows.
+    int HeaderBottomTwips() const;
     bool FullyLoaded() const { return true; } // rows come from memory: always complete
     void LoadEntireRecordset() {}
 
@@ -217,9 +220,9 @@ public:
     bool AllowDelete() const;
     void SetCommitMode(GridCommit mode);
     GridCommit CommitMode() const;
-    bool Update();         // commits the pending edit now; false when the handler cancelled
-    void CancelUpdate();   // drops the pending edit
-    bool Delete();         // deletes the current record as the Delete key does; false if kept
+    bool Update();       // commits the pending edit now; false when the handler cancelled
+    void CancelUpdate(); // drops the pending edit
+    bool Delete();       // deletes the current record as the Delete key does; false if kept
     bool HasPendingEdit() const;
 
     // --- sorting ---
@@ -260,8 +263,8 @@ public:
 
 signals:
     void CurrentRowChanged(int row, int previousRow);
-    void RowActivated(int row);               // double click or Enter on a data row
-    void HeaderClicked(const QString& key);   // before the grid sorts
+    void RowActivated(int row);             // double click or Enter on a data row
+    void HeaderClicked(const QString& key); // before the grid sorts
     void ColumnResized(const QString& key, int widthTwips);
     // Mouse button released over the grid; position in twips from the widget's top left.
     void MouseUp(Qt::MouseButton button, int xTwips, int yTwips);
@@ -276,13 +279,17 @@ private:
     friend class GridColumns;
     friend class GridModel;
     friend class GridDelegate;
-    void ColumnsChanged();
+    friend class GridGroupByBox;
+    void ColumnsChanged(bool cleared);
+    void ApplyAllColumns();
+    void QueueUpdate(bool fromRowChange);
+    void FlushResize();
+    void StartColumnDrag(QWidget* source, const QString& key);
     void ColumnChanged(GridColumn* column);
     void ApplyColumnToView(const GridColumn* column);
     void OnSectionResized(int logical, int oldSize, int newSize);
     void OnHeaderClicked(int logical);
     void OnCurrentChanged(int row, int previousRow);
-    void RebuildOrder(bool keepCurrent);
     void RebuildSpans();
     void UpdateGroupBox();
 
@@ -298,5 +305,17 @@ private:
     bool mSaveColumnState = true;
     bool mApplyingWidths = false;
     bool mCommitting = false;
+    bool mAllowDelete = false;
+    GridCommit mCommitMode = GridCommit::OnRowChange;
     GridView mView = GridView::Table;
+    // current row kept over a rebuild of the order
+    int mKeepRecord = 0;
+    int mKeepRow = -1;
+    quint64 mKeepGeneration = 0;
+    // a width dragged with the mouse is stored when the button is released
+    int mResizedColumn = 0;
+    // dragging a header into the group-by box
+    QPoint mPressPos;
+    int mPressSection = -1;
+    bool mForwarding = false;
 };

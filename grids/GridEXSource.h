@@ -1,0 +1,30 @@
+// The grid widget as the listing and the CSV export read it, and those two services on it.
+#pragma once
+
+#include "grids/GridSource.h"
+
+class GridEX;
+
+class GridEXSource final : public GridSource {
+public:
+    explicit GridEXSource(GridEX& grid) : mGrid(grid) {}
+
+    int ColumnCount() const override;
+    bool ColumnVisible(int column) const override;
+    QString ColumnCaption(int column) const override;
+    int ColumnWidth(int column) const override;
+    int RowCount() const override;
+    void SetRow(int row) override;
+    QString Value(int column) const override;
+    int GroupRowLevel(int row) const override;
+    bool FullyLoaded() const override;
+    void LoadEntireRecordset() override;
+
+private:
+    GridEX& mGrid;
+};
+
+// PrintGrid, ExportGridCsv and WriteGridCsv on a grid widget.
+bool PrintGrid(GridEX& grid, int orientationChoice);
+void ExportGridCsv(GridEX& grid);
+bool WriteGridCsv(GridEX& grid, const QString& fileName);
