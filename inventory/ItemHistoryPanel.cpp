@@ -1,0 +1,59 @@
+#include "inventory/ItemHistoryPanel.h"
+
+#include "grids/ColumnState.h"
+#include "grids/GridEX.h"
+#include "inventory/StockMovements.h"
+
+#include <QCoreApplication>
+#include <QVBoxLayout>
+
+ItemHistoryPanel::ItemHistoryPanel(QWidget* parent) : QFrame(parent) {
+    setObjectName(QStringLiteral("frmHistory"));
+    gdxItemHistory = new GridEX(QStringLiteral("gdxItemHistory"), this);
+    gdxItemHistory->SetAllowEdit(false);
+    gdxItemHistory->SetAllowAddNew(false);
+    gdxItemHistory->SetAllowDelete(false);
+    gdxItemHistory->SetAlternatingRowColors(true);
+    gdxItemHistory->SetGroupByBoxVisible(false);
+    gdxItemHistory->SetCellReader(
+        [this](int record, int column) -> QVariant { return Cell(record, column); });
+    auto* lay = new QVBoxLayout(this);
+    lay->setContentsMargins(0, 0, 0, 0);
+    lay->addWidget(gdxItemHistory);
+    DefineColumns();
+}
+
+void ItemHistoryPanel::DefineColumns() {
+    GridColumns& cols = gdxItemHistory->Columns();
+    cols.Clear();
+    const QStringList keys = HistoryColumnKeys();
+    const QStringList captions = HistoryColumnCaptions();
+    const int widths[] = {1200, 1100, 900, 1400, 1100, 3600};
+    for (int i = 0; i < keys.size(); ++i)
+        cols.Add(keys[i], captions[i]).SetWidth(widths[i]);
+    cols(HistoryColumnKeys()[HistDateCol]).SetSortType(GridSortType::Date);
+    cols(HistoryColumnKeys()[HistQtyCol])
+        .SetSortType(GridSortType::Numeric)
+        .SetAlignment(Qt::AlignRight | Qt::AlignVCenter);
+}
+
+QString ItemHistoryPanel::Cell(int record, int column) const {
+    if (record < 1 || record > mRows.size())
+        return QString();
+    const QStringList& row = mRows[record - 1];
+    return column >= 1 && column <= row.size() ? row[column - 1] : QString();
+}
+
+void ItemHistoryPanel::Clear() {
+    mRows.clear();
+    gdxItemHistory->SetItemCount(0);
+}
+
+void ItemHistoryPanel::LoadHistory(qint32 itemId) {
+    mRows.clear();
+    gdxItemHistory->SetItemCount(0);
+    QCoreApplication::processEvents();
+    mRows = LoadItemHistory(itemId);
+    LoadColumnState(*gdxItemHistory);
+    gdxItemHistory->SetItemCount(int(mRows.size()));
+}
