@@ -1,0 +1,554 @@
+#include "inventory/InventoryList.h"
+
+#include "foundation/DbEngine.h"
+#include "foundation/Dialect.h"
+#include "foundation/Globals.h"
+#include "foundation/Helpers.h"
+
+#include <QHash>
+#include <QLocale>
+#include <cmath>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+#include <optional>
+
+// ---------------------------------------------------------------------------------------------
+// The array
+
+void UBArray::Redim(int columns, int rows) {
+    mColumns = qMax(0, columns);
+    mRows = qMax(0, rows);
+    mCells = QVector<QVariant>(qsizetype(mColumns) * mRows);
+}
+
+void UBArray::SetRows(int rows) {
+    mRows = qMax(0, rows);
+    const qsizetype size = qsizetype(mColumns) * mRows;
+    if (size > mCells.capacity())
+        mCells.reserve(qMax(size, mCells.capacity() * 2));
+    mCells.resize(size);
+}
+
+QVariant& UBArray::operator()(int column, int row) {
+    Q_ASSERT(column >= 1 && column <= mColumns && row >= 1 && row <= mRows);
+    return mCells[qsizetype(row - 1) * mColumns + (column - 1)];
+}
+
+QVariant UBArray::operator()(int column, int row) const {
+    if (column < 1 || column > mColumns || row < 1 || row > mRows)
+        return QVariant();
+    return mCells[qsizetype(row - 1) * mColumns + (column - 1)];
+}
+
+// ---------------------------------------------------------------------------------------------
+// Columns
+
+namespace {
+const QString kQtyMask = QStringLiteral("0.0#");
+const QString kPriceMask = QStringLiteral("0.00###");
+} // namespace
+
+const QList<UBColumn>& UBItemColumns() {
+    static const QList<UBColumn> columns = {
+        {QStringLiteral("ItemID"), QStringLiteral("ItemID"), 900, false, false, QString()},
+        {QStringLiteral("PNo"), QStringLiteral("Part No."), 1800, true, false, QString()},
+        {QStringLiteral("Desc"), QStringLiteral("Description"), 2800, true, false, QString()},
+        {QStringLiteral("Detail"), QStringLiteral("Detail"), 1500, true, false, QString()},
+        {QStringLiteral("Cat"), QStringLiteral("Cat"), 700, true, false, QString()},
+        {QStringLiteral("Loc"), QStringLiteral("Loc"), 900, true, false, QString()},
+        {QStringLiteral("Qty"), QStringLiteral("Qty"), 800, true, true, kQtyMask},
+        {QStringLiteral("Buy"), QStringLiteral("Buy"), 1100, true, true, kPriceMask},
+        {QStringLiteral("Sell"), QStringLiteral("Sell"), 1100, true, true, kPriceMask},
+        {QStringLiteral("Alloc"), QStringLiteral("Alloc"), 800, false, true, QString()},
+        {QStringLiteral("Avail"), QStringLiteral("Avail"), 800, false, true, QString()},
+        {QStringLiteral("OnOrder"), QStringLiteral("OnOrder"), 900, true, true, kQtyMask},
+        {QStringLiteral("Short"), QStringLiteral("Short"), 800, false, true, QString()},
+        {QStringLiteral("Vendor"), QStringLiteral("Vendor"), 1000, true, false, QString()},
+        {QStringLiteral("VendorPN"), QStringLiteral("VendorPN"), 1500, true, false, QString()},
+        {QStringLiteral("BuyNow"), QStringLiteral("BuyNow"), 700, false, false, QString()},
+        {QStringLiteral("MOQ"), QStringLiteral("MOQ"), 700, false, false, kQtyMask},
+        {QStringLiteral("Comments"), QStringLiteral("Comments"), 2200, true, false, QString()},
+    };
+    return columns;
+}
+
+int UBItemColumn(const QString& key) {
+    const auto& columns = UBItemColumns();
+    for (int i = 0; i < columns.size(); ++i)
+        if (columns[i].key.compare(key, Qt::CaseInsensitive) == 0)
+            return i + 1;
+    return 0;
+}
+
+const QList<UBColumn>& UBSupplierColumns() {
+    static const QList<UBColumn> columns = {
+        {QStringLiteral("AddID"), QStringLiteral("ContactID"), 900, false, false, QString()},
+        {QStringLiteral("CoName"), QStringLiteral("Company"), 4000, true, false, QString()},
+        {QStringLiteral("Code"), QStringLiteral("Code"), 1500, true, false, QString()},
+        {QStringLiteral("Items"), QStringLiteral("Items"), 1000, true, true, QString()},
+    };
+    return columns;
+}
+
+const QList<UBColumn>& UBCategoryColumns() {
+    static const QList<UBColumn> columns = {
+        {QStringLiteral("Cat"), QStringLiteral("Categories"), 3000, true, false, QString()},
+        {QStringLiteral("Items"), QStringLiteral("Items"), 1000, true, true, QString()},
+    };
+    return columns;
+}
+
+// ---------------------------------------------------------------------------------------------
+// Item-level views
+
+UBViewSpec UBViewFor(quint8 mode, qint32 supplierID, const QString& supplierName,
+                     const QString& category) {
+    UBViewSpec spec;
+    const QString rightClick = QStringLiteral("\n\nRIGHT Click any row to see a context menu");
+    switch (mode) {
+    case UBMode::Assemblies:
+        spec.heading = QStringLiteral("View Assemblies by Part Number");
+        spec.setsCategoryFilter = true;
+        break;
+    case UBMode::BySupplier:
+        spec.heading = QStringLiteral("View By Supplier - [") + supplierName + QStringLiteral("]");
+        spec.extraWhere =
+            QStringLiteral(" AND tblItemSupplier.SupplierID=") + QString::number(supplierID);
+        break;
+    case UBMode::ByCategory:
+        spec.heading = QStringLiteral("View By Category - [") + category + QStringLiteral("]");
+        spec.setsCategoryFilter = true;
+        break;
+    case UBMode::AllItems:
+        spec.heading = QStringLiteral("View All Stock Items");
+        break;
+    case UBMode::AllocDetail:
+        spec.heading = QStringLiteral("View Allocated Stock Items / Shortages");
+        spec.extraWhere =
+            QStringLiteral(" AND tblStockItems.AllocQty > 0") +
+            QStringLiteral(
+                " AND (tblStockItems.Qty - tblStockItems.AllocQty) < tblStockItems.Trigger");
+        spec.tip =
+            QStringLiteral("This grid shows all inventory items where the available quantity "
+                           "has fallen below a predefined minimum\n"
+                           "Only those items which are required by current and pending "
+                           "worksorders are shown");
+        break;
+    case UBMode::AllocShortages:
+        spec.heading = QStringLiteral("View Allocated Stock Items / Shortages");
+        spec.extraWhere = QStringLiteral(" AND tblStockItems.AllocQty > 0") +
+                          QStringLiteral(" AND (tblStockItems.Qty - tblStockItems.AllocQty + "
+                                         "tblStockItems.OnOrderQty) < tblStockItems.Trigger");
+        spec.tip = QStringLiteral(
+            "This grid shows all inventory items where the available quantity has fallen below a "
+            "predefined minimum. Only those items which are required by current and pending "
+            "worksorders are shown. This display assumes 'OnOrder' quantities will be available "
+            "on time");
+        break;
+    case UBMode::BelowMinimum:
+        spec.heading = QStringLiteral("View All Stock Items / Shortages");
+        // Two blanks before "<", as the statement has always been written.
+        spec.extraWhere = QStringLiteral(" AND tblStockItems.Qty  < tblStockItems.Trigger");
+        spec.tip = QStringLiteral("This grid shows 'all' inventory items where the available "
+                                  "quantity has fallen below a predefined minimum");
+        break;
+    default:
+        return spec;
+    }
+    if (spec.tip.isEmpty())
+        spec.tip = spec.heading + rightClick;
+    spec.valid = true;
+    return spec;
+}
+
+QString UBItemStatement(const UBFilters& filters, const QString& extraWhere) {
+    return QStringLiteral("SELECT") + QStringLiteral(" tblStockItems.ItemID,") +
+           QStringLiteral(" tblStockItems.MasterPNo, tblStockItems.ItemName, "
+                          "tblStockItems.ItemDescription,") +
+           QStringLiteral(" tblStockItems.Category, tblStockItems.Qty, tblStockItems.AllocQty, "
+                          "tblStockItems.SellAt,") +
+           QStringLiteral(" tblStockItems.OnOrderQty,") + QStringLiteral(" tblStockItems.BuyNow,") +
+           QStringLiteral(" tblStockItems.Location,") +
+           QStringLiteral(" tblSupAddresses.ShortNm,") +
+           QStringLiteral(" tblItemSupplier.SupplierPNo, tblItemSupplier.PriceEach, "
+                          "tblItemSupplier.MinOrQty,") +
+           QStringLiteral(" tblItemComments.Comment ") + QStringLiteral(" FROM ((tblStockItems ") +
+           QStringLiteral(
+               " LEFT JOIN tblItemSupplier ON tblStockItems.ItemID=tblItemSupplier.ItemID)") +
+           QStringLiteral(
+               " LEFT JOIN tblSupAddresses ON tblItemSupplier.SupplierID=tblSupAddresses.AddID)") +
+           QStringLiteral(
+               " LEFT JOIN tblItemComments ON tblStockItems.ItemID=tblItemComments.StockID") +
+           QStringLiteral(" WHERE tblStockItems.MasterPNo ") + LikePrefix(filters.partNo) +
+           QStringLiteral(" AND tblStockItems.ItemDescription ") + LikePrefix(filters.description) +
+           QStringLiteral(" AND tblStockItems.Category ") + LikePrefix(filters.category) +
+           extraWhere + QStringLiteral(" ORDER BY MasterPNo ASC, PrimeSupplier ASC");
+}
+
+QString UBCommentField(const QString& comment) {
+    // A fixed field of 25 characters, cut at the first line break, then trimmed of blanks.
+    QString s = comment.left(25);
+    for (qsizetype i = 0; i < s.size(); ++i) {
+        if (s.at(i) == QLatin1Char('\r') || s.at(i) == QLatin1Char('\n')) {
+            s.truncate(i);
+            break;
+        }
+    }
+    qsizetype a = 0;
+    qsizetype b = s.size();
+    while (a < b && s.at(a) == QLatin1Char(' '))
+        ++a;
+    while (b > a && s.at(b - 1) == QLatin1Char(' '))
+        --b;
+    return s.mid(a, b - a);
+}
+
+namespace {
+// The list writes up to half a million numbers in one load, so the masks of its columns ("0.0#",
+// "0.00###") are applied by this formatter, which gives exactly what FormatNumber gives: the
+// value's 15 significant digits rounded at the mask's places with halves away from zero, trailing
+// zeros dropped down to the mask's minimum, a value with no fraction shown whole, the locale's
+// decimal point.
+class ListNumberFormat {
+public:
+    explicit ListNumberFormat(const QString& mask) {
+        const qsizetype dot = mask.indexOf(QLatin1Char('.'));
+        for (QChar c : dot < 0 ? mask : mask.left(dot))
+            mMinInt += c == QLatin1Char('0');
+        if (dot >= 0) {
+            for (QChar c : mask.mid(dot + 1)) {
+                mMinDec += c == QLatin1Char('0');
+                mMaxDec += c == QLatin1Char('0') || c == QLatin1Char('#');
+            }
+        }
+        const QString point = QLocale().decimalPoint();
+        mPoint = point.isEmpty() ? QLatin1Char('.') : point.at(0);
+    }
+
+    QString operator()(double value) const {
+        if (!std::isfinite(value))
+            value = 0;
+        bool negative = value < 0;
+        char buf[40];
+        std::snprintf(buf, sizeof buf, "%.14e", std::fabs(value));
+        char digits[400];
+        int n = 0;
+        const char* p = buf;
+        for (; *p && *p != 'e'; ++p)
+            if (*p >= '0' && *p <= '9')
+                digits[n++] = *p;
+        const int exp = *p == 'e' ? std::atoi(p + 1) : 0;
+        int pointPos = exp + 1;
+        if (pointPos < 0) {
+            const int shift = -pointPos;
+            if (n + shift >= int(sizeof digits) - 40)
+                return zeroText();
+            std::memmove(digits + shift, digits, size_t(n));
+            std::memset(digits, '0', size_t(shift));
+            n += shift;
+            pointPos = 0;
+        }
+        const int keep = pointPos + mMaxDec;
+        if (keep + 1 >= int(sizeof digits))
+            return FormatNumber(value, mMaskText());
+        while (n < keep + 1)
+            digits[n++] = '0';
+        // digits[0..keep) are kept; digits[keep] decides the rounding.
+        char kept[400];
+        int k = keep;
+        std::memcpy(kept + 1, digits, size_t(keep));
+        kept[0] = '0';
+        if (digits[keep] >= '5') {
+            int i = keep;
+            for (; i >= 1; --i) {
+                if (kept[i] == '9') {
+                    kept[i] = '0';
+                } else {
+                    ++kept[i];
+                    break;
+                }
+            }
+            if (i < 1)
+                kept[0] = '1';
+        }
+        // kept[0] is the carry place; integer digits are kept[0..pointPos], fraction after.
+        const char* intBegin = kept;
+        const char* intEnd = kept + 1 + pointPos;
+        while (intBegin < intEnd && *intBegin == '0')
+            ++intBegin;
+        const char* frac = intEnd;
+        int fracLen = k - pointPos;
+        bool fracZero = true;
+        for (int i = 0; i < fracLen; ++i)
+            fracZero = fracZero && frac[i] == '0';
+        if (intBegin == intEnd && fracZero)
+            negative = false;
+        int intLen = int(intEnd - intBegin);
+        QString out;
+        out.reserve(intLen + fracLen + 3);
+        if (negative)
+            out += QLatin1Char('-');
+        for (int i = intLen; i < mMinInt; ++i)
+            out += QLatin1Char('0');
+        out += QLatin1String(intBegin, intLen);
+        if (fracZero) {
+            if (out.isEmpty() || out == QLatin1String("-"))
+                out += QLatin1Char('0');
+            return out;
+        }
+        while (fracLen > mMinDec && frac[fracLen - 1] == '0')
+            --fracLen;
+        out += mPoint;
+        out += QLatin1String(frac, fracLen);
+        return out;
+    }
+
+private:
+    QString zeroText() const { return QStringLiteral("0"); }
+    QString mMaskText() const {
+        return QStringLiteral("0.") + QString(mMinDec, QLatin1Char('0')) +
+               QString(mMaxDec - mMinDec, QLatin1Char('#'));
+    }
+    int mMinInt = 0;
+    int mMinDec = 0;
+    int mMaxDec = 0;
+    QChar mPoint;
+};
+
+QString masked(const Field& f, const ListNumberFormat& format) {
+    if (f.IsNull())
+        return QString();
+    return format(f.Double());
+}
+} // namespace
+
+QString UBFormatListNumber(double value, const QString& mask) {
+    return ListNumberFormat(mask)(value);
+}
+
+UBItemResult LoadUBItems(const UBItemRequest& request) {
+    UBItemResult result;
+    const UBViewSpec spec =
+        UBViewFor(request.mode, request.supplierID, request.supplierName, request.category);
+    if (!spec.valid)
+        return result;
+    UBFilters filters = request.filters;
+    if (spec.setsCategoryFilter) {
+        filters.category = request.category;
+        result.setsCategoryFilter = true;
+        result.categoryFilter = request.category;
+    }
+    result.tip = spec.tip;
+
+    Database db = DBEngine::OpenDatabase(gDbPath);
+    Recordset rs = db.OpenRecordset(UBItemStatement(filters, spec.extraWhere));
+    const int fItemID = rs.FieldIndex(QStringLiteral("ItemID"));
+    const int fPNo = rs.FieldIndex(QStringLiteral("MasterPNo"));
+    const int fName = rs.FieldIndex(QStringLiteral("ItemName"));
+    const int fDesc = rs.FieldIndex(QStringLiteral("ItemDescription"));
+    const int fCat = rs.FieldIndex(QStringLiteral("Category"));
+    const int fQty = rs.FieldIndex(QStringLiteral("Qty"));
+    const int fSell = rs.FieldIndex(QStringLiteral("SellAt"));
+    const int fOnOrder = rs.FieldIndex(QStringLiteral("OnOrderQty"));
+    const int fBuyNow = rs.FieldIndex(QStringLiteral("BuyNow"));
+    const int fLoc = rs.FieldIndex(QStringLiteral("Location"));
+    const int fShortNm = rs.FieldIndex(QStringLiteral("ShortNm"));
+    const int fSupPNo = rs.FieldIndex(QStringLiteral("SupplierPNo"));
+    const int fPrice = rs.FieldIndex(QStringLiteral("PriceEach"));
+    const int fMoq = rs.FieldIndex(QStringLiteral("MinOrQty"));
+    const int fComment = rs.FieldIndex(QStringLiteral("Comment"));
+
+    // The rows of one item come together (one per supplier); the first row of each part number
+    // is kept. The array grows as rows are kept and ends at the number kept.
+    const ListNumberFormat qtyFormat(kQtyMask);
+    const ListNumberFormat priceFormat(kPriceMask);
+    UBArray& data = result.data;
+    data.Redim(int(UBItemColumns().size()), 0);
+    std::optional<QString> lastKept;
+    int kept = 0;
+    const QString empty;
+    for (; !rs.Eof(); rs.MoveNext()) {
+        QString pno = rs.Fields(fPNo).Text();
+        if (lastKept && *lastKept == pno)
+            continue;
+        lastKept = pno;
+        const int r = ++kept;
+        data.SetRows(r);
+        const Field buyNow = rs.Fields(fBuyNow);
+        data(1, r) = rs.Fields(fItemID).Value();
+        data(2, r) = std::move(pno);
+        data(3, r) = rs.Fields(fDesc).Text();
+        data(4, r) = rs.Fields(fName).Text();
+        data(5, r) = rs.Fields(fCat).Text();
+        data(6, r) = rs.Fields(fLoc).Text();
+        data(7, r) = masked(rs.Fields(fQty), qtyFormat);
+        data(8, r) = masked(rs.Fields(fPrice), priceFormat);
+        data(9, r) = masked(rs.Fields(fSell), priceFormat);
+        data(10, r) = empty;
+        data(11, r) = empty;
+        data(12, r) = masked(rs.Fields(fOnOrder), qtyFormat);
+        data(13, r) = empty;
+        data(14, r) = rs.Fields(fShortNm).Text();
+        data(15, r) = rs.Fields(fSupPNo).Text();
+        data(16, r) =
+            buyNow.IsNull() ? QString() : QString::number(qint64(std::floor(buyNow.Double())));
+        data(17, r) = masked(rs.Fields(fMoq), qtyFormat);
+        data(18, r) = UBCommentField(rs.Fields(fComment).Text());
+    }
+    result.rowCount = kept;
+    result.caption =
+        spec.heading + QStringLiteral(" (") + QString::number(kept) + QStringLiteral(" Items)");
+    result.loaded = true;
+    return result;
+}
+
+// ---------------------------------------------------------------------------------------------
+// First stages
+
+UBArray LoadUBSuppliers() {
+    Database db = DBEngine::OpenDatabase(gDbPath);
+    qint64 total = 0;
+    {
+        Recordset rs =
+            db.OpenRecordset(QStringLiteral("SELECT count(ItemID) as NumItems from tblStockItems"));
+        if (!rs.Eof())
+            total = rs.Fields(QStringLiteral("NumItems")).Long();
+    }
+    // Item links per supplier, read in one pass instead of one count per supplier.
+    QHash<qint64, qint64> links;
+    {
+        Recordset rs = db.OpenRecordset(
+            QStringLiteral("SELECT SupplierID, count(ItemID) as NumItems FROM tblItemSupplier "
+                           "WHERE SupplierID IS NOT NULL GROUP BY SupplierID"));
+        for (; !rs.Eof(); rs.MoveNext())
+            links.insert(rs.Fields(0).Long(), rs.Fields(1).Long());
+    }
+    struct Sup {
+        QVariant id;
+        QString name, code;
+        qint64 items;
+    };
+    QList<Sup> sups;
+    {
+        Recordset rs =
+            db.OpenRecordset(QStringLiteral("SELECT * from tblSupAddresses ORDER BY CoName"));
+        const int fId = rs.FieldIndex(QStringLiteral("AddID"));
+        const int fName = rs.FieldIndex(QStringLiteral("CoName"));
+        const int fCode = rs.FieldIndex(QStringLiteral("ShortNm"));
+        for (; !rs.Eof(); rs.MoveNext()) {
+            const Field id = rs.Fields(fId);
+            const qint64 n = id.IsNull() ? 0 : links.value(id.Long(), 0);
+            sups << Sup{id.Value(), rs.Fields(fName).Text(), rs.Fields(fCode).Text(), n};
+            total -= n;
+        }
+    }
+    UBArray data(int(UBSupplierColumns().size()), int(sups.size()) + 1);
+    data(1, 1) = 0;
+    data(2, 1) = QStringLiteral("No Supplier");
+    data(3, 1) = QStringLiteral("NONE");
+    data(4, 1) = total;
+    for (int i = 0; i < sups.size(); ++i) {
+        data(1, i + 2) = sups[i].id;
+        data(2, i + 2) = sups[i].name;
+        data(3, i + 2) = sups[i].code;
+        data(4, i + 2) = sups[i].items;
+    }
+    return data;
+}
+
+UBArray LoadUBCategories() {
+    Database db = DBEngine::OpenDatabase(gDbPath);
+    // Every category with its count in one pass. A missing category counts as the empty one,
+    // as the comparison with '' + category would.
+    Recordset rs = db.OpenRecordset(
+        QStringLiteral("SELECT Category, count(ItemID) as NumItems FROM tblStockItems "
+                       "GROUP BY Category ORDER BY Category"));
+    struct Cat {
+        bool isNull;
+        QString name;
+        qint64 items;
+    };
+    QList<Cat> cats;
+    qint64 emptyCount = 0;
+    for (; !rs.Eof(); rs.MoveNext()) {
+        const Field c = rs.Fields(0);
+        Cat cat{c.IsNull(), c.Text(), rs.Fields(1).Long()};
+        if (!cat.isNull && cat.name.isEmpty())
+            emptyCount = cat.items;
+        cats << cat;
+    }
+    UBArray data(int(UBCategoryColumns().size()), int(cats.size()));
+    for (int i = 0; i < cats.size(); ++i) {
+        data(1, i + 1) = cats[i].name;
+        data(2, i + 1) = cats[i].isNull ? emptyCount : cats[i].items;
+    }
+    return data;
+}
+
+// ---------------------------------------------------------------------------------------------
+// Comments and edits
+
+QString ItemCommentText(qint32 itemID) {
+    Database db = DBEngine::OpenDatabase(gDbPath);
+    Recordset rs = db.OpenRecordset(QStringLiteral("SELECT Comment FROM tblItemComments ") +
+                                    QStringLiteral(" WHERE StockID = ") + QString::number(itemID));
+    if (rs.Eof())
+        return QStringLiteral("\nThis item has no comments");
+    return rs.Fields(QStringLiteral("Comment")).Text();
+}
+
+namespace {
+bool isNumberText(const QVariant& v) {
+    if (!v.isValid() || v.isNull())
+        return true;
+    switch (v.typeId()) {
+    case QMetaType::Double:
+    case QMetaType::Int:
+    case QMetaType::LongLong:
+    case QMetaType::UInt:
+    case QMetaType::ULongLong:
+        return true;
+    default:
+        break;
+    }
+    const QString t = v.toString().trimmed();
+    if (t.isEmpty())
+        return true;
+    bool ok = false;
+    QLocale::c().toDouble(t, &ok);
+    if (!ok)
+        QLocale().toDouble(t, &ok);
+    return ok;
+}
+} // namespace
+
+bool UBCopyRowBack(UBArray& data, int record, const QVector<QVariant>& values) {
+    if (record < 1 || record > data.Rows())
+        return false;
+    const auto& columns = UBItemColumns();
+    if (data.Columns() == columns.size()) {
+        for (int c = 1; c <= qMin(int(values.size()), data.Columns()); ++c) {
+            const bool numeric = columns[c - 1].rightAligned || c == 1 ||
+                                 columns[c - 1].key == QLatin1String("BuyNow") ||
+                                 !columns[c - 1].mask.isEmpty();
+            if (numeric && !isNumberText(values[c - 1]))
+                return false;
+        }
+    }
+    for (int c = 1; c <= qMin(int(values.size()), data.Columns()); ++c)
+        data(c, record) = values[c - 1];
+    return true;
+}
+
+QString UBEditFailureText() {
+    return QStringLiteral("The Database could not be updated. Maybe the data was invalid\n") +
+           QStringLiteral("The data must be numerical without any currency symbols and the "
+                          "decimal point must be a FullStop. if you're sure the data is correct "
+                          "then some unexpected database error occured and the row change could "
+                          "not be saved.");
+}
+
+QString UBEditFailureTitle() {
+    return QStringLiteral("DataAccess error");
+}
