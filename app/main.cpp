@@ -1,4 +1,5 @@
 #include "foundation/Application.h"
+#include "foundation/PrinterQt.h"
 #include "foundation/QtBoxes.h"
 #include "foundation/frmStartup.h"
 #include "inventory/FormMain.h"
@@ -8,6 +9,7 @@
 int main(int argc, char** argv) {
     QuillstockApplication app(argc, argv);
     InstallQtBoxes();
+    InstallQtPrinters();
     auto* startup = new frmStartup(QCoreApplication::applicationDirPath(), [] {
         auto* w = new FormMain;
         w->Form_Load();

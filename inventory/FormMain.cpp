@@ -7,6 +7,9 @@
 #include "foundation/TextBoxRules.h"
 #include "grids/ColumnState.h"
 #include "grids/GridEX.h"
+#include "grids/GridEXSource.h"
+#include "grids/frmPrintDialog.h"
+#include "inventory/ItemHistoryPanel.h"
 #include "inventory/frmBubbleMenu1.h"
 #include "inventory/frmCommentInfo.h"
 #include "inventory/frmInvAdjustments.h"
@@ -16,6 +19,7 @@
 #include <QAction>
 #include <QApplication>
 #include <QCheckBox>
+#include <QComboBox>
 #include <QEvent>
 #include <QFileInfo>
 #include <QFrame>
@@ -183,6 +187,7 @@ FormMain::FormMain(QWidget* parent) : QMainWindow(parent) {
     auto* right = new QVBoxLayout;
     auto* company = new QFrame(central);
     company->setObjectName(QStringLiteral("frmCompany"));
+    company->setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
     auto* coLay = new QVBoxLayout(company);
     coLay->setContentsMargins(0, 0, 0, 0);
     coLay->setSpacing(0);
@@ -220,15 +225,18 @@ FormMain::FormMain(QWidget* parent) : QMainWindow(parent) {
     // shows whenever the others are hidden.
     Frame1 = makePanel("Frame1", central);
     BuildListPanel();
-    frmContacts = makePanel("frmContacts", Frame1);
-    frmNewItem = makePanel("frmNewItem", Frame1);
-    frmItemDetail = makePanel("frmItemDetail", Frame1);
+    frmContacts = new ::frmContacts(Frame1);
+    connect(frmContacts, &::frmContacts::HelpTip, this, &FormMain::SetHelpTip);
+    BuildItemDetailPanels();
     frmViewCustOrders = makePanel("frmViewCustOrders", Frame1);
     frmGlobalLinks = makePanel("frmGlobalLinks", Frame1);
-    for (QFrame* p : {frmContacts, frmNewItem, frmItemDetail, frmViewCustOrders, frmGlobalLinks})
+    for (QFrame* p : {static_cast<QFrame*>(frmContacts), static_cast<QFrame*>(frmItemDetail),
+                      frmViewCustOrders, frmGlobalLinks})
         p->setAutoFillBackground(true);
     Frame1->installEventFilter(this);
     right->addWidget(Frame1, 1);
+    // Takes the room of the content area while a group change has it hidden.
+    right->addStretch(0);
     outer->addLayout(right, 1);
     setCentralWidget(central);
 }
@@ -341,7 +349,7 @@ void FormMain::LayoutContentPanels() {
     const QRect r = Frame1->rect();
     for (QWidget* p :
          {static_cast<QWidget*>(frmUnboundView), static_cast<QWidget*>(frmContacts),
-          static_cast<QWidget*>(frmNewItem), static_cast<QWidget*>(frmItemDetail),
+          static_cast<QWidget*>(frmItemDetail),
           static_cast<QWidget*>(frmViewCustOrders), static_cast<QWidget*>(frmGlobalLinks)})
         p->setGeometry(r);
 }
@@ -353,8 +361,105 @@ bool FormMain::eventFilter(QObject* watched, QEvent* event) {
 }
 
 void FormMain::HideContentPanels() {
-    for (QFrame* p : {frmContacts, frmNewItem, frmItemDetail, frmViewCustOrders, frmGlobalLinks})
+    for (QFrame* p : {static_cast<QFrame*>(frmContacts), static_cast<QFrame*>(frmNewItem),
+                      static_cast<QFrame*>(frmItemDetail), frmViewCustOrders, frmGlobalLinks})
         p->hide();
+}
+
+void FormMain::BuildItemDetailPanels() {
+    frmItemDetail = new ::frmItemDetail(Frame1);
+    frmNewItem = frmItemDetail->NewItemPanel;
+    HistoryPanel = new ItemHistoryPanel(frmItemDetail);
+    frmItemDetail->ReplaceSubPanel(4, HistoryPanel);
+    AdjustmentsPanel = new ::frmInvAdjustments(frmItemDetail);
+    frmItemDetail->ReplaceSubPanel(5, AdjustmentsPanel);
+
+    connect(frmItemDetail, &::frmItemDetail::ItemNotFound, this,
+            [this] { TabStrip2->setCurrentIndex(0); });
+    connect(frmItemDetail, &::frmItemDetail::ItemCreated, this, [this](qint32) {
+        // The new item is current: the Detail tab shows it.
+        TabStrip2->show();
+        if (TabStrip2->currentIndex() == 1)
+            TabStrip2_Click();
+        else
+            TabStrip2->setCurrentIndex(1);
+    });
+    connect(frmItemDetail, &::frmItemDetail::ItemSaved, this,
+            [this](qint32 id, const ItemListRow& row) { ApplyItemListRow(id, row); });
+    connect(frmItemDetail, &::frmItemDetail::ItemDeleted, this, [this](qint32) {
+        TabStrip2->setCurrentIndex(0);
+        if (mUBData.Columns() >= UBFirstStageColumnLimit)
+            LoadUBView();
+    });
+    connect(frmItemDetail, &::frmItemDetail::HelpTipChanged, this, &FormMain::SetHelpTip);
+    connect(frmItemDetail, &::frmItemDetail::ItemLoaded, this,
+            [this](qint32 id) { HistoryPanel->LoadHistory(id); });
+    connect(frmItemDetail, &::frmItemDetail::SubPanelShown, this,
+            [this](int index) { ItemDetailSubPanelShown(index); });
+    connect(AdjustmentsPanel, &::frmInvAdjustments::Adjusted, this,
+            [this](const StockAdjustmentResult& result, qint32 id) {
+                const int record = gdxUBView->RecordIndex(gdxUBView->Row());
+                if (record > 0 && record <= mUBRowCount &&
+                    qint32(mUBData(1, record).toLongLong()) == id) {
+                    mUBData(UBItemColumn(QStringLiteral("Qty")), record) = result.qtyCell;
+                    gdxUBView->RefreshRecord(record);
+                }
+                // The detail's quantity box follows, so that a later Save does not write the
+                // figure from before the adjustment back over it.
+                if (id == gCurrentItemID)
+                    frmItemDetail->txtItemQty->setText(result.qtyCell);
+                HistoryPanel->LoadHistory(id);
+            });
+    connect(AdjustmentsPanel, &::frmInvAdjustments::Closed, this,
+            [this] { frmItemDetail->TabStrip1_Click(0); });
+}
+
+void FormMain::ItemDetailSubPanelShown(int index) {
+    switch (index) {
+    case 1:
+        mCurrentGrid = 3; // gdxSupp
+        break;
+    case 2:
+        mCurrentGrid = 4;
+        ShowPartsList(gCurrentItemID);
+        break;
+    case 3:
+        mCurrentGrid = 5;
+        break;
+    case 4:
+        mCurrentGrid = 6; // gdxItemHistory
+        break;
+    case 5: {
+        // The adjustment applies to the item of the selected list row.
+        const int record = gdxUBView->RecordIndex(gdxUBView->Row());
+        const bool itemRow = record > 0 && record <= mUBRowCount &&
+                             mUBData.Columns() >= UBFirstStageColumnLimit;
+        AdjustmentsPanel->Open(itemRow ? qint32(mUBData(1, record).toLongLong()) : 0,
+                               itemRow ? UBCell(record, QStringLiteral("Qty")) : QString());
+        break;
+    }
+    default:
+        break;
+    }
+}
+
+void FormMain::ApplyItemListRow(qint32 itemID, const ItemListRow& row) {
+    UpdateUBViewRow(itemID, row.ByKey());
+}
+
+GridEX* FormMain::CurrentGrid() const {
+    switch (mCurrentGrid) {
+    case 1:
+        return gdxUBView;
+    case 2:
+        return frmContacts->gdxContact1;
+    case 3:
+        return frmItemDetail->gdxSupp;
+    case 6:
+        return HistoryPanel->gdxItemHistory;
+    default:
+        return nullptr; // 4 and 5: those panels hold no grid yet
+    }
 }
 
 void FormMain::RemoveUnofferedBarItems() {
@@ -379,10 +484,13 @@ void FormMain::SetButtonVisible(int index, bool visible) {
 void FormMain::Form_Load() {
     const HomeDetails home = LoadHomeDetails();
     txtCoName->setText(home.coName);
-    for (int i = 0; i < txtCoAddress.size(); ++i)
+    for (int i = 0; i < txtCoAddress.size(); ++i) {
         txtCoAddress[i]->setText(home.addressLines.value(i));
+        txtCoAddress[i]->setCursorPosition(0); // a long line shows its beginning
+    }
     gPcName = ReadPcName();
     HideContentPanels();
+    RefillItemCatList();
     RemoveUnofferedBarItems();
     SetButtonVisible(2, false);
     SetButtonVisible(4, false);
@@ -405,14 +513,16 @@ void FormMain::buttons_ButtonClick(int index) {
             DeleteItem();
         break;
     case 3:
-        // Print: the print panel of the list.
+        if (GridEX* grid = CurrentGrid())
+            ShowPrintPanel(this, grid);
         break;
     case 4:
         if (CheckRight(Right::Inventory))
             SaveItem();
         break;
     case 5:
-        // Export of the list to a CSV file.
+        if (GridEX* grid = CurrentGrid())
+            ExportGridCsv(*grid);
         break;
     case 6:
         ShowGlobalLinks();
@@ -553,12 +663,14 @@ void FormMain::TabStrip2_Click() {
     ResetItemDetailTabs();
     HideContentPanels();
     if (TabStrip2->currentIndex() == 0) {
+        mCurrentGrid = 1;
         SetButtonVisible(2, false);
         SetButtonVisible(4, false);
         frmHelpTip->hide();
     } else {
         SetButtonVisible(2, true);
         SetButtonVisible(4, true);
+        mCurrentGrid = 0;
         RefillItemCatList();
         ShowItemDetail(gCurrentItemID);
     }
@@ -602,6 +714,7 @@ void FormMain::ApplyColumns(const QList<UBColumn>& columns, bool groupBox) {
 }
 
 void FormMain::ShowUBData() {
+    mCurrentGrid = 1;
     gdxUBView->SetItemCount(0);
     QCoreApplication::processEvents();
     LoadColumnState(*gdxUBView);
@@ -804,8 +917,9 @@ void FormMain::lblBubbleMenu1_Click(int index) {
 // Windows and panels that plug in here
 
 void FormMain::ShowNewItemPanel() {
-    frmNewItem->show();
-    frmNewItem->raise();
+    frmItemDetail->PrepareNewItem();
+    frmItemDetail->raise();
+    TabStrip2->hide();
 }
 
 void FormMain::OpenCustOrder() {}
@@ -813,17 +927,45 @@ void FormMain::ShowCustOrderList() {}
 void FormMain::OpenBasket() {}
 void FormMain::OpenORViewer() {}
 void FormMain::OpenGoodsIn() {}
-void FormMain::OpenNewContact() {}
-void FormMain::ShowContactList(const QString&) {}
+void FormMain::OpenNewContact() {
+    frmContacts->NewContact(this);
+}
+
+void FormMain::ShowContactList(const QString& key) {
+    frmContacts->AddressKey(key, this);
+    frmContacts->raise();
+    mCurrentGrid = 2;
+}
 void FormMain::OpenReporterMenu(int) {}
 void FormMain::ShowGlobalLinks() {}
-void FormMain::ShowItemDetail(qint32) {}
-void FormMain::RefillItemCatList() {}
-void FormMain::ClearItemCat() {}
-void FormMain::ResetItemDetailTabs() {}
-void FormMain::SetContactsEditable(bool) {}
-void FormMain::DeleteItem() {}
-void FormMain::SaveItem() {}
+void FormMain::ShowItemDetail(qint32 itemID) {
+    if (frmItemDetail->ShowItemDetail(itemID))
+        frmItemDetail->raise();
+}
+
+void FormMain::RefillItemCatList() {
+    frmItemDetail->FillCategoryList();
+}
+
+void FormMain::ClearItemCat() {
+    frmItemDetail->txtItemCat->setEditText(QString());
+}
+
+void FormMain::ResetItemDetailTabs() {
+    frmItemDetail->TabStrip1_Click(0);
+}
+
+void FormMain::SetContactsEditable(bool editable) {
+    frmContacts->SetEditMode(editable);
+}
+
+void FormMain::DeleteItem() {
+    frmItemDetail->DeleteCurrentItem();
+}
+
+void FormMain::SaveItem() {
+    frmItemDetail->SaveItemDetail();
+}
 void FormMain::ShowPartsList(qint32) {}
 
 void FormMain::ShowPendingOrders(qint32 itemID, const QString& partNo) {

@@ -2,7 +2,10 @@
 // the inventory list grid on its own panel.
 #pragma once
 
+#include "contacts/frmContacts.h"
 #include "inventory/InventoryList.h"
+#include "inventory/frmItemDetail.h"
+#include "inventory/frmNewItem.h"
 
 #include <QList>
 #include <QMainWindow>
@@ -22,6 +25,8 @@ class QToolBox;
 class QToolButton;
 class frmBubbleMenu1;
 class frmCommentInfo;
+class frmInvAdjustments;
+class ItemHistoryPanel;
 
 class FormMain : public QMainWindow {
     Q_OBJECT
@@ -71,9 +76,11 @@ public:
     QLineEdit* txtCoName = nullptr;
     QList<QLineEdit*> txtCoAddress; // txtCoAddress_0 .. txtCoAddress_7
     QFrame* Frame1 = nullptr;       // the content area
-    QFrame* frmContacts = nullptr;
-    QFrame* frmNewItem = nullptr;
-    QFrame* frmItemDetail = nullptr;
+    ::frmContacts* frmContacts = nullptr;
+    ::frmNewItem* frmNewItem = nullptr; // the new-item panel, inside frmItemDetail
+    ::frmItemDetail* frmItemDetail = nullptr;
+    ItemHistoryPanel* HistoryPanel = nullptr;         // objectName frmHistory, in frmItemDetail
+    ::frmInvAdjustments* AdjustmentsPanel = nullptr; // objectName frmInvAdjustments
     QFrame* frmViewCustOrders = nullptr;
     QFrame* frmGlobalLinks = nullptr;
     QGroupBox* frmUnboundView = nullptr; // its title is the caption of the list
@@ -105,6 +112,11 @@ public:
     bool mUBLoading = false;
     bool mUBFilterHold = false;  // filter boxes being set from a selected row
     QString mActiveGroupCaption; // caption of the group of the last chosen bar item
+    // The grid that print and export work on, set by each panel as it shows: 1 gdxUBView,
+    // 2 gdxContact1, 3 gdxSupp, 4 gdxUsedIn, 5 gdxItemPOrders, 6 gdxItemHistory; 0 none.
+    int mCurrentGrid = 0;
+    // The grid of mCurrentGrid, or nullptr when that grid is not on screen.
+    GridEX* CurrentGrid() const;
 
     // --- windows and panels that plug in here ---
     // Each is called after the bar's or the strip's own steps (and guards) have run. Where the
@@ -142,6 +154,9 @@ private:
     void LayoutContentPanels();
     void ApplyColumns(const QList<UBColumn>& columns, bool groupBox);
     void ShowUBData(); // the item count cycle, with the stored widths
+    void BuildItemDetailPanels();
+    void ItemDetailSubPanelShown(int index);
+    void ApplyItemListRow(qint32 itemID, const ItemListRow& row);
     void SetUnboundViewCaption(const QString& caption);
     void gdxUBView_MouseUp(Qt::MouseButton button, int xTwips, int yTwips);
     QString UBCell(int record, const QString& key) const;

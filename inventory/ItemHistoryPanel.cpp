@@ -28,7 +28,7 @@ void ItemHistoryPanel::DefineColumns() {
     cols.Clear();
     const QStringList keys = HistoryColumnKeys();
     const QStringList captions = HistoryColumnCaptions();
-    const int widths[] = {1200, 1100, 900, 1400, 1100, 3600};
+    const int widths[] = {1500, 1100, 900, 1400, 1100, 3600};
     for (int i = 0; i < keys.size(); ++i)
         cols.Add(keys[i], captions[i]).SetWidth(widths[i]);
     cols(HistoryColumnKeys()[HistDateCol]).SetSortType(GridSortType::Date);
