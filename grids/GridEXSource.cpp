@@ -4,6 +4,13 @@
 #include "grids/GridEX.h"
 #include "grids/PrintGrid.h"
 
+GridEXSource::GridEXSource(GridEX& grid) : mGrid(grid), mBlock(&grid), mUserRow(grid.Row()) {}
+
+GridEXSource::~GridEXSource() {
+    if (mUserRow > 0 && mUserRow <= mGrid.RowCount())
+        mGrid.SetRow(mUserRow);
+}
+
 int GridEXSource::ColumnCount() const {
     return mGrid.Columns().Count();
 }

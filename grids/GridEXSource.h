@@ -3,11 +3,16 @@
 
 #include "grids/GridSource.h"
 
+#include <QSignalBlocker>
+
 class GridEX;
 
+// Walking the rows moves the grid's current row; the window is not told, and the row the user
+// had selected is current again once the walk is over.
 class GridEXSource final : public GridSource {
 public:
-    explicit GridEXSource(GridEX& grid) : mGrid(grid) {}
+    explicit GridEXSource(GridEX& grid);
+    ~GridEXSource() override;
 
     int ColumnCount() const override;
     bool ColumnVisible(int column) const override;
@@ -22,6 +27,8 @@ public:
 
 private:
     GridEX& mGrid;
+    QSignalBlocker mBlock;
+    int mUserRow;
 };
 
 // PrintGrid, ExportGridCsv and WriteGridCsv on a grid widget.

@@ -349,8 +349,8 @@ void FormMain::LayoutContentPanels() {
     const QRect r = Frame1->rect();
     for (QWidget* p :
          {static_cast<QWidget*>(frmUnboundView), static_cast<QWidget*>(frmContacts),
-          static_cast<QWidget*>(frmItemDetail),
-          static_cast<QWidget*>(frmViewCustOrders), static_cast<QWidget*>(frmGlobalLinks)})
+          static_cast<QWidget*>(frmItemDetail), static_cast<QWidget*>(frmViewCustOrders),
+          static_cast<QWidget*>(frmGlobalLinks)})
         p->setGeometry(r);
 }
 
@@ -432,8 +432,8 @@ void FormMain::ItemDetailSubPanelShown(int index) {
     case 5: {
         // The adjustment applies to the item of the selected list row.
         const int record = gdxUBView->RecordIndex(gdxUBView->Row());
-        const bool itemRow = record > 0 && record <= mUBRowCount &&
-                             mUBData.Columns() >= UBFirstStageColumnLimit;
+        const bool itemRow =
+            record > 0 && record <= mUBRowCount && mUBData.Columns() >= UBFirstStageColumnLimit;
         AdjustmentsPanel->Open(itemRow ? qint32(mUBData(1, record).toLongLong()) : 0,
                                itemRow ? UBCell(record, QStringLiteral("Qty")) : QString());
         break;

@@ -79,7 +79,7 @@ public:
     ::frmContacts* frmContacts = nullptr;
     ::frmNewItem* frmNewItem = nullptr; // the new-item panel, inside frmItemDetail
     ::frmItemDetail* frmItemDetail = nullptr;
-    ItemHistoryPanel* HistoryPanel = nullptr;         // objectName frmHistory, in frmItemDetail
+    ItemHistoryPanel* HistoryPanel = nullptr;        // objectName frmHistory, in frmItemDetail
     ::frmInvAdjustments* AdjustmentsPanel = nullptr; // objectName frmInvAdjustments
     QFrame* frmViewCustOrders = nullptr;
     QFrame* frmGlobalLinks = nullptr;
