@@ -222,18 +222,16 @@ bool Database::InTransaction() const {
 Recordset::Recordset(Database* db, sqlite3_stmt* stmt, const QString& sql)
     : mDb(db), mStmt(stmt), mSql(sql) {
     const int n = sqlite3_column_count(stmt);
-    mIndexByName.reserve(n);
-    for (int i = 0; i < n; ++i) {
-        const QString name = QString::fromUtf8(sqlite3_column_name(stmt, i)).toLower();
-        if (!mIndexByName.contains(name))
-            mIndexByName.insert(name, i);
-    }
+    mNames.reserve(n);
+    for (int i = 0; i < n; ++i)
+        mNames << QString::fromUtf8(sqlite3_column_name(stmt, i));
 }
 
 Recordset::Recordset(Recordset&& o) noexcept
-    : mDb(o.mDb), mStmt(o.mStmt), mSql(std::move(o.mSql)), mIndexByName(std::move(o.mIndexByName)),
-      mEof(o.mEof), mBof(o.mBof), mPosition(o.mPosition), mCount(o.mCount), mAnyRow(o.mAnyRow),
-      mEditMode(o.mEditMode), mOriginal(std::move(o.mOriginal)), mPending(std::move(o.mPending)) {
+    : mDb(o.mDb), mStmt(o.mStmt), mSql(std::move(o.mSql)), mNames(std::move(o.mNames)),
+      mLookups(std::move(o.mLookups)), mEof(o.mEof), mBof(o.mBof), mPosition(o.mPosition),
+      mCount(o.mCount), mAnyRow(o.mAnyRow), mEditMode(o.mEditMode),
+      mOriginal(std::move(o.mOriginal)), mPending(std::move(o.mPending)) {
     o.mStmt = nullptr;
 }
 
@@ -243,7 +241,8 @@ Recordset& Recordset::operator=(Recordset&& o) noexcept {
         mDb = o.mDb;
         mStmt = o.mStmt;
         mSql = std::move(o.mSql);
-        mIndexByName = std::move(o.mIndexByName);
+        mNames = std::move(o.mNames);
+        mLookups = std::move(o.mLookups);
         mEof = o.mEof;
         mBof = o.mBof;
         mPosition = o.mPosition;
@@ -336,7 +335,22 @@ QString Recordset::FieldName(int index) const {
 }
 
 int Recordset::FieldIndex(const QString& name) const {
-    return mIndexByName.value(name.toLower(), -1);
+    const bool literal = !name.data_ptr().isMutable(); // static text: its address stays
+    if (literal) {
+        for (const LookupHit& hit : mLookups)
+            if (hit.key == name.constData() && hit.size == name.size())
+                return hit.index;
+    }
+    int found = -1;
+    for (int i = 0; i < mNames.size(); ++i) {
+        if (mNames.at(i).compare(name, Qt::CaseInsensitive) == 0) {
+            found = i;
+            break;
+        }
+    }
+    if (literal && mLookups.size() < 64)
+        mLookups.push_back({name.constData(), name.size(), found});
+    return found;
 }
 
 Field Recordset::Fields(const QString& name) const {

@@ -9,6 +9,7 @@
 #include <QVariantList>
 #include <memory>
 #include <stdexcept>
+#include <vector>
 
 struct sqlite3;
 struct sqlite3_stmt;
@@ -98,7 +99,14 @@ private:
     Database* mDb = nullptr;
     sqlite3_stmt* mStmt = nullptr;
     QString mSql;
-    QHash<QString, int> mIndexByName; // lower-case names
+    QStringList mNames; // column names as the statement gives them
+    // Names looked up before, for names held in static storage (string literals), by address.
+    struct LookupHit {
+        const QChar* key;
+        qsizetype size;
+        int index;
+    };
+    mutable std::vector<LookupHit> mLookups;
     bool mEof = true;
     bool mBof = true;
     qint64 mPosition = -1; // 0-based row the statement is on

@@ -7,141 +7,155 @@
 #include <QLocale>
 #include <QRegularExpression>
 #include <QThread>
+#include <algorithm>
 #include <cmath>
 #include <cstdio>
+#include <cstring>
 
 namespace {
-
-struct Mask {
-    int minInt = 0;
-    bool grouping = false;
-    bool hasPoint = false;
-    int minDec = 0;
-    int maxDec = 0;
-};
-
-Mask parseMask(const QString& mask) {
-    Mask m;
-    const int dot = mask.indexOf(QLatin1Char('.'));
-    const QString intPart = dot < 0 ? mask : mask.left(dot);
-    for (QChar c : intPart) {
-        if (c == QLatin1Char('0'))
-            ++m.minInt;
-        else if (c == QLatin1Char(','))
-            m.grouping = true;
-    }
-    if (dot >= 0) {
-        m.hasPoint = true;
-        for (QChar c : mask.mid(dot + 1)) {
-            if (c == QLatin1Char('0')) {
-                ++m.minDec;
-                ++m.maxDec;
-            } else if (c == QLatin1Char('#')) {
-                ++m.maxDec;
-            }
-        }
-    }
-    return m;
-}
-
-bool allZero(const QString& digits) {
-    for (QChar c : digits)
-        if (c != QLatin1Char('0'))
-            return false;
-    return true;
-}
-
-struct Digits {
-    bool negative = false;
-    QString intDigits;  // no leading zeros; "" for zero
-    QString fracDigits; // exactly maxDec digits
-};
-
-// The value as 15 significant decimal digits (as the text of a number reads), rounded at
-// `decimals` places with halves away from zero.
-Digits roundDecimal(double value, int decimals) {
-    Digits r;
-    if (!std::isfinite(value))
-        value = 0;
-    r.negative = value < 0;
-    char buf[64];
-    std::snprintf(buf, sizeof buf, "%.14e", std::fabs(value));
-    // buf: d.dddddddddddddde[+-]XX
-    QString mant;
-    const char* p = buf;
-    for (; *p && *p != 'e'; ++p)
-        if (*p >= '0' && *p <= '9')
-            mant += QLatin1Char(*p);
-    const int exp = *p == 'e' ? std::atoi(p + 1) : 0;
-    int pointPos = exp + 1; // number of digits before the decimal point
-    // Make room so that the digit string covers every place up to `decimals`.
-    if (pointPos < 0) {
-        mant = QString(-pointPos, QLatin1Char('0')) + mant;
-        pointPos = 0;
-    }
-    const int keep = pointPos + decimals;
-    if (mant.size() < keep + 1)
-        mant += QString(keep + 1 - mant.size(), QLatin1Char('0'));
-    QString kept = mant.left(keep);
-    const bool up = mant.at(keep) >= QLatin1Char('5');
-    if (up) {
-        int i = kept.size() - 1;
-        for (; i >= 0; --i) {
-            if (kept[i] == QLatin1Char('9')) {
-                kept[i] = QLatin1Char('0');
-            } else {
-                kept[i] = QChar(kept[i].unicode() + 1);
-                break;
-            }
-        }
-        if (i < 0) {
-            kept.prepend(QLatin1Char('1'));
-            ++pointPos;
-        }
-    }
-    QString intDigits = kept.left(pointPos);
-    while (intDigits.startsWith(QLatin1Char('0')))
-        intDigits.remove(0, 1);
-    r.intDigits = intDigits;
-    r.fracDigits = kept.mid(pointPos);
-    if (r.intDigits.isEmpty() && allZero(r.fracDigits))
-        r.negative = false;
-    return r;
-}
-
-QString formatWith(double value, const QString& mask, QChar point, QChar group, bool wholeRule) {
-    const Mask m = parseMask(mask);
-    const Digits d = roundDecimal(value, m.maxDec);
-    QString intText = d.intDigits;
-    if (intText.size() < m.minInt)
-        intText = QString(m.minInt - intText.size(), QLatin1Char('0')) + intText;
-    QString frac = d.fracDigits;
-    const bool whole = allZero(frac);
-    while (frac.size() > m.minDec && frac.endsWith(QLatin1Char('0')))
-        frac.chop(1);
-    if (wholeRule && m.hasPoint && whole) {
-        // A result with no fractional value reads as the whole number.
-        frac.clear();
-        if (intText.isEmpty())
-            intText = QStringLiteral("0");
-    }
-    if (m.grouping && !group.isNull()) {
-        for (int i = intText.size() - 3; i > 0; i -= 3)
-            intText.insert(i, group);
-    }
-    QString out = d.negative ? QStringLiteral("-") : QString();
-    out += intText;
-    if (!frac.isEmpty())
-        out += point + frac;
-    return out;
-}
 
 QChar groupChar(const QLocale& loc) {
     const QString g = loc.groupSeparator();
     return g.isEmpty() ? QChar() : g.at(0);
 }
 
+QChar pointChar(const QLocale& loc) {
+    const QString p = loc.decimalPoint();
+    return p.isEmpty() ? QLatin1Char('.') : p.at(0);
+}
+
+// The separators of the default locale, read again only when the default locale changes.
+struct LocaleSeparators {
+    QLocale locale;
+    QChar point;
+    QChar group;
+};
+
+const LocaleSeparators& currentSeparators() {
+    static LocaleSeparators cache{QLocale(), pointChar(QLocale()), groupChar(QLocale())};
+    const QLocale now;
+    if (!(now == cache.locale))
+        cache = {now, pointChar(now), groupChar(now)};
+    return cache;
+}
+
 } // namespace
+
+NumberMask::NumberMask(const QString& mask) {
+    const LocaleSeparators& sep = currentSeparators();
+    mPoint = sep.point;
+    mGroup = sep.group;
+    bool afterPoint = false;
+    for (QChar c : mask) {
+        if (c == QLatin1Char('.')) {
+            afterPoint = true;
+            mHasPoint = true;
+        } else if (!afterPoint) {
+            if (c == QLatin1Char('0'))
+                ++mMinInt;
+            else if (c == QLatin1Char(','))
+                mGrouping = true;
+        } else if (c == QLatin1Char('0')) {
+            ++mMinDec;
+            ++mMaxDec;
+        } else if (c == QLatin1Char('#')) {
+            ++mMaxDec;
+        }
+    }
+}
+
+// The value is taken as 15 significant decimal digits (as the text of a number reads), rounded
+// at the mask's last place with halves away from zero, then laid out by the mask.
+QString NumberMask::write(double value, QChar point, QChar group, bool wholeRule) const {
+    if (!std::isfinite(value))
+        value = 0;
+    bool negative = value < 0;
+    char buf[40];
+    std::snprintf(buf, sizeof buf, "%.14e", std::fabs(value));
+    // Digit string with room for leading zeros of tiny values and places of huge ones.
+    char digits[720];
+    int n = 0;
+    const char* p = buf;
+    for (; *p && *p != 'e'; ++p)
+        if (*p >= '0' && *p <= '9')
+            digits[n++] = *p;
+    const int exp = *p == 'e' ? std::atoi(p + 1) : 0;
+    int pointPos = exp + 1; // digits before the decimal point
+    if (pointPos < 0) {
+        const int shift = std::min(-pointPos, 340);
+        std::memmove(digits + shift, digits, size_t(n));
+        std::memset(digits, '0', size_t(shift));
+        n += shift;
+        pointPos = 0;
+    }
+    const int maxDec = std::min(mMaxDec, 30);
+    const int keep = pointPos + maxDec;
+    while (n < keep + 1)
+        digits[n++] = '0';
+    // kept[0] takes a carry; kept[1..keep] are the digits kept.
+    char kept[720];
+    kept[0] = '0';
+    std::memcpy(kept + 1, digits, size_t(keep));
+    if (digits[keep] >= '5') {
+        int i = keep;
+        for (; i >= 1; --i) {
+            if (kept[i] == '9') {
+                kept[i] = '0';
+            } else {
+                ++kept[i];
+                break;
+            }
+        }
+        if (i < 1)
+            kept[0] = '1';
+    }
+    const char* intBegin = kept;
+    const char* intEnd = kept + 1 + pointPos;
+    while (intBegin < intEnd && *intBegin == '0')
+        ++intBegin;
+    const char* frac = intEnd;
+    int fracLen = maxDec;
+    bool fracZero = true;
+    for (int i = 0; i < fracLen && fracZero; ++i)
+        fracZero = frac[i] == '0';
+    if (intBegin == intEnd && fracZero)
+        negative = false;
+    const int intLen = int(intEnd - intBegin);
+    if (wholeRule && mHasPoint && fracZero) {
+        // A result with no fractional value reads as the whole number.
+        fracLen = 0;
+    } else {
+        while (fracLen > mMinDec && frac[fracLen - 1] == '0')
+            --fracLen;
+    }
+    const int intDigits = std::max(intLen, std::max(mMinInt, wholeRule && fracLen == 0 ? 1 : 0));
+    const bool grouped = mGrouping && !group.isNull();
+    QString out;
+    out.reserve(1 + intDigits + intDigits / 3 + 1 + fracLen);
+    if (negative)
+        out += QLatin1Char('-');
+    for (int i = 0; i < intDigits; ++i) {
+        const int fromEnd = intDigits - i;
+        out += QLatin1Char(i < intDigits - intLen ? '0' : intBegin[i - (intDigits - intLen)]);
+        if (grouped && fromEnd > 1 && (fromEnd - 1) % 3 == 0)
+            out += group;
+    }
+    if (fracLen > 0) {
+        out += point;
+        out += QLatin1String(frac, fracLen);
+    }
+    return out;
+}
+
+QString NumberMask::Plain(double value) const {
+    return write(value, mPoint, mGroup, false);
+}
+QString NumberMask::Screen(double value) const {
+    return write(value, mPoint, mGroup, true);
+}
+QString NumberMask::Sql(double value) const {
+    return write(value, QLatin1Char('.'), QChar(), true);
+}
 
 double ParseLocaleNumber(const QString& input) {
     QString text = input.trimmed();
@@ -183,14 +197,11 @@ double ParseLocaleNumber(const QVariant& value) {
 }
 
 QString Format(double value, const QString& mask) {
-    const QLocale loc;
-    return formatWith(value, mask, loc.decimalPoint().at(0), groupChar(loc), false);
+    return NumberMask(mask).Plain(value);
 }
 
 QString FormatNumber(double value, const QString& mask) {
-    const QLocale loc;
-    return formatWith(ParseLocaleNumber(value), mask, loc.decimalPoint().at(0), groupChar(loc),
-                      true);
+    return NumberMask(mask).Screen(value);
 }
 QString FormatNumber(const QString& text, const QString& mask) {
     return FormatNumber(ParseLocaleNumber(text), mask);
@@ -200,7 +211,7 @@ QString FormatNumber(const QVariant& value, const QString& mask) {
 }
 
 QString SqlNumber(double value, const QString& mask) {
-    return formatWith(ParseLocaleNumber(value), mask, QLatin1Char('.'), QChar(), true);
+    return NumberMask(mask).Sql(value);
 }
 QString SqlNumber(const QString& text, const QString& mask) {
     return SqlNumber(ParseLocaleNumber(text), mask);

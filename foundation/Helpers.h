@@ -11,6 +11,26 @@ double ParseLocaleNumber(const QString& text);
 double ParseLocaleNumber(double value);
 double ParseLocaleNumber(const QVariant& value);
 
+// A number mask ("0.0#", "#,##0.00", "0000", ...) read once, with the locale's separators, for
+// code that writes many values by the same mask. Halves round away from zero.
+class NumberMask {
+public:
+    explicit NumberMask(const QString& mask);
+    QString Plain(double value) const;  // as Format
+    QString Screen(double value) const; // as FormatNumber
+    QString Sql(double value) const;    // as SqlNumber
+
+private:
+    QString write(double value, QChar point, QChar group, bool wholeRule) const;
+    int mMinInt = 0;
+    bool mGrouping = false;
+    bool mHasPoint = false;
+    int mMinDec = 0;
+    int mMaxDec = 0;
+    QChar mPoint;
+    QChar mGroup;
+};
+
 // Format by a mask ("0.0#", "0.00###", "#,##0.00", "0000", ...), rounding halves away from zero,
 // with the locale's separators.
 QString Format(double value, const QString& mask);

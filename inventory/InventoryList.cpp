@@ -205,127 +205,12 @@ QString UBCommentField(const QString& comment) {
 }
 
 namespace {
-// The list writes up to half a million numbers in one load, so the masks of its columns ("0.0#",
-// "0.00###") are applied by this formatter, which gives exactly what FormatNumber gives: the
-// value's 15 significant digits rounded at the mask's places with halves away from zero, trailing
-// zeros dropped down to the mask's minimum, a value with no fraction shown whole, the locale's
-// decimal point.
-class ListNumberFormat {
-public:
-    explicit ListNumberFormat(const QString& mask) {
-        const qsizetype dot = mask.indexOf(QLatin1Char('.'));
-        for (QChar c : dot < 0 ? mask : mask.left(dot))
-            mMinInt += c == QLatin1Char('0');
-        if (dot >= 0) {
-            for (QChar c : mask.mid(dot + 1)) {
-                mMinDec += c == QLatin1Char('0');
-                mMaxDec += c == QLatin1Char('0') || c == QLatin1Char('#');
-            }
-        }
-        const QString point = QLocale().decimalPoint();
-        mPoint = point.isEmpty() ? QLatin1Char('.') : point.at(0);
-    }
-
-    QString operator()(double value) const {
-        if (!std::isfinite(value))
-            value = 0;
-        bool negative = value < 0;
-        char buf[40];
-        std::snprintf(buf, sizeof buf, "%.14e", std::fabs(value));
-        char digits[400];
-        int n = 0;
-        const char* p = buf;
-        for (; *p && *p != 'e'; ++p)
-            if (*p >= '0' && *p <= '9')
-                digits[n++] = *p;
-        const int exp = *p == 'e' ? std::atoi(p + 1) : 0;
-        int pointPos = exp + 1;
-        if (pointPos < 0) {
-            const int shift = -pointPos;
-            if (n + shift >= int(sizeof digits) - 40)
-                return zeroText();
-            std::memmove(digits + shift, digits, size_t(n));
-            std::memset(digits, '0', size_t(shift));
-            n += shift;
-            pointPos = 0;
-        }
-        const int keep = pointPos + mMaxDec;
-        if (keep + 1 >= int(sizeof digits))
-            return FormatNumber(value, mMaskText());
-        while (n < keep + 1)
-            digits[n++] = '0';
-        // digits[0..keep) are kept; digits[keep] decides the rounding.
-        char kept[400];
-        int k = keep;
-        std::memcpy(kept + 1, digits, size_t(keep));
-        kept[0] = '0';
-        if (digits[keep] >= '5') {
-            int i = keep;
-            for (; i >= 1; --i) {
-                if (kept[i] == '9') {
-                    kept[i] = '0';
-                } else {
-                    ++kept[i];
-                    break;
-                }
-            }
-            if (i < 1)
-                kept[0] = '1';
-        }
-        // kept[0] is the carry place; integer digits are kept[0..pointPos], fraction after.
-        const char* intBegin = kept;
-        const char* intEnd = kept + 1 + pointPos;
-        while (intBegin < intEnd && *intBegin == '0')
-            ++intBegin;
-        const char* frac = intEnd;
-        int fracLen = k - pointPos;
-        bool fracZero = true;
-        for (int i = 0; i < fracLen; ++i)
-            fracZero = fracZero && frac[i] == '0';
-        if (intBegin == intEnd && fracZero)
-            negative = false;
-        int intLen = int(intEnd - intBegin);
-        QString out;
-        out.reserve(intLen + fracLen + 3);
-        if (negative)
-            out += QLatin1Char('-');
-        for (int i = intLen; i < mMinInt; ++i)
-            out += QLatin1Char('0');
-        out += QLatin1String(intBegin, intLen);
-        if (fracZero) {
-            if (out.isEmpty() || out == QLatin1String("-"))
-                out += QLatin1Char('0');
-            return out;
-        }
-        while (fracLen > mMinDec && frac[fracLen - 1] == '0')
-            --fracLen;
-        out += mPoint;
-        out += QLatin1String(frac, fracLen);
-        return out;
-    }
-
-private:
-    QString zeroText() const { return QStringLiteral("0"); }
-    QString mMaskText() const {
-        return QStringLiteral("0.") + QString(mMinDec, QLatin1Char('0')) +
-               QString(mMaxDec - mMinDec, QLatin1Char('#'));
-    }
-    int mMinInt = 0;
-    int mMinDec = 0;
-    int mMaxDec = 0;
-    QChar mPoint;
-};
-
-QString masked(const Field& f, const ListNumberFormat& format) {
+QString masked(const Field& f, const NumberMask& format) {
     if (f.IsNull())
         return QString();
-    return format(f.Double());
+    return format.Screen(f.Double());
 }
 } // namespace
-
-QString UBFormatListNumber(double value, const QString& mask) {
-    return ListNumberFormat(mask)(value);
-}
 
 UBItemResult LoadUBItems(const UBItemRequest& request) {
     UBItemResult result;
@@ -361,8 +246,8 @@ UBItemResult LoadUBItems(const UBItemRequest& request) {
 
     // The rows of one item come together (one per supplier); the first row of each part number
     // is kept. The array grows as rows are kept and ends at the number kept.
-    const ListNumberFormat qtyFormat(kQtyMask);
-    const ListNumberFormat priceFormat(kPriceMask);
+    const NumberMask qtyFormat(kQtyMask);
+    const NumberMask priceFormat(kPriceMask);
     UBArray& data = result.data;
     data.Redim(int(UBItemColumns().size()), 0);
     std::optional<QString> lastKept;

@@ -106,9 +106,6 @@ struct UBItemResult {
 // number kept. Engine errors are not trapped.
 UBItemResult LoadUBItems(const UBItemRequest& request);
 
-// A number as the list shows it under a column mask: the same text as FormatNumber gives.
-QString UBFormatListNumber(double value, const QString& mask);
-
 // The list field of a comment: the first 25 characters, cut at the first line break, trimmed.
 QString UBCommentField(const QString& comment);
 

@@ -142,6 +142,18 @@ private slots:
         QVERIFY_THROWS_EXCEPTION(DbError, rs.MoveNext());
         QVERIFY_THROWS_EXCEPTION(DbError, rs.Fields(QStringLiteral("NoSuchField")));
 
+        // Fields by name: any case, names built at run time as well as literals.
+        db.Execute(QStringLiteral("INSERT INTO tblHome (Add1, Add2, Add3) VALUES ('a', 'b', 'c')"));
+        Recordset home = db.OpenRecordset(QStringLiteral("SELECT * FROM tblHome"));
+        for (int round = 0; round < 2; ++round) {
+            for (int i = 1; i <= 3; ++i) {
+                const QString name = QStringLiteral("ADD%1").arg(i);
+                QCOMPARE(home.Fields(name).Text(), QString(QChar('a' + i - 1)));
+            }
+            QCOMPARE(home.Fields(QStringLiteral("add2")).Text(), QStringLiteral("b"));
+            QCOMPARE(home.Fields(QStringLiteral("Add3")).Text(), QStringLiteral("c"));
+        }
+
         // Editing through the record set.
         db.Execute(QStringLiteral("DELETE FROM dbStatus"));
         Recordset st = db.OpenRecordset(QStringLiteral("SELECT DB_Ver FROM dbStatus"));

@@ -192,26 +192,6 @@ private slots:
         QCOMPARE(LoadUBSuppliers()(4, 1).toLongLong(), 0);
     }
 
-    void listNumbersReadAsTheMaskHelperWritesThem() {
-        QList<double> values = {0,        0.005,    -0.004,    2.675,   1.005,     0.1,
-                                -2,       12.5,     99.995,    0.99999, 123456.78, 1e15,
-                                2.123456, -0.00001, 1.2345e-7, 7.00001, 1e21,      -1.995};
-        quint32 seed = 12345;
-        for (int i = 0; i < 3000; ++i) {
-            seed = seed * 1103515245u + 12345u;
-            const double v = (double(seed % 2000000) - 1000000) / (1 + seed % 997);
-            values << v << double(int(v)) << v / 1000;
-        }
-        for (const QLocale& loc : {QLocale(QLocale::English, QLocale::UnitedKingdom),
-                                   QLocale(QLocale::German, QLocale::Germany)}) {
-            LocaleScope scope(loc);
-            for (const char* mask : {"0.0#", "0.00###"})
-                for (double v : values)
-                    QCOMPARE(UBFormatListNumber(v, QLatin1String(mask)),
-                             FormatNumber(v, QLatin1String(mask)));
-        }
-    }
-
     void editedRowsAreCheckedBeforeTheyAreKept() {
         UBItemResult all = load(UBMode::AllItems);
         const int row = rowOf(all, "A100");
