@@ -335,20 +335,31 @@ QString Recordset::FieldName(int index) const {
 }
 
 int Recordset::FieldIndex(const QString& name) const {
-    const bool literal = !name.data_ptr().isMutable(); // static text: its address stays
-    if (literal) {
-        for (const LookupHit& hit : mLookups)
-            if (hit.key == name.constData() && hit.size == name.size())
+    // Names are looked up once per row by most procedures, so earlier answers are kept by the
+    // text's address: a literal's address is its own for good; any other name is checked again.
+    const bool literal = !name.data_ptr().isMutable();
+    for (const LookupHit& hit : mLookups) {
+        if (hit.key == name.constData() && hit.size == name.size()) {
+            if (literal ||
+                (hit.index >= 0 && mNames.at(hit.index).compare(name, Qt::CaseInsensitive) == 0))
                 return hit.index;
-    }
-    int found = -1;
-    for (int i = 0; i < mNames.size(); ++i) {
-        if (mNames.at(i).compare(name, Qt::CaseInsensitive) == 0) {
-            found = i;
             break;
         }
     }
-    if (literal && mLookups.size() < 64)
+    int found = -1;
+    for (int i = 0; i < mNames.size() && found < 0; ++i)
+        if (mNames.at(i) == name)
+            found = i;
+    for (int i = 0; i < mNames.size() && found < 0; ++i)
+        if (mNames.at(i).compare(name, Qt::CaseInsensitive) == 0)
+            found = i;
+    for (LookupHit& hit : mLookups) {
+        if (hit.key == name.constData() && hit.size == name.size()) {
+            hit.index = found;
+            return found;
+        }
+    }
+    if (mLookups.size() < 64)
         mLookups.push_back({name.constData(), name.size(), found});
     return found;
 }
@@ -379,6 +390,28 @@ QVariant Recordset::columnValue(int index) const {
     default: {
         const auto* p = reinterpret_cast<const char*>(sqlite3_column_text(mStmt, index));
         return QVariant(QString::fromUtf8(p, sqlite3_column_bytes(mStmt, index)));
+    }
+    }
+}
+
+QString Recordset::columnText(int index) const {
+    if (mEof || !mStmt)
+        throw DbError(3021, QStringLiteral("No current record."));
+    switch (sqlite3_column_type(mStmt, index)) {
+    case SQLITE_INTEGER:
+        return QString::number(sqlite3_column_int64(mStmt, index));
+    case SQLITE_FLOAT: {
+        // The text of a number: 15 significant digits, no exponent for ordinary values.
+        const double d = sqlite3_column_double(mStmt, index);
+        if (d == std::trunc(d) && std::fabs(d) < 1e15)
+            return QString::number(qint64(d));
+        return QString::number(d, 'g', 15);
+    }
+    case SQLITE_NULL:
+        return QString();
+    default: {
+        const auto* p = reinterpret_cast<const char*>(sqlite3_column_text(mStmt, index));
+        return QString::fromUtf8(p, sqlite3_column_bytes(mStmt, index));
     }
     }
 }
@@ -457,14 +490,7 @@ QString Field::Name() const {
 }
 
 QString Field::Text() const {
-    const QVariant v = Value();
-    if (v.isNull())
-        return QString();
-    if (v.typeId() == QMetaType::Double) {
-        // As the engine's text of a number: no exponent for ordinary values.
-        return QString::number(v.toDouble(), 'g', 15);
-    }
-    return v.toString();
+    return mRs->columnText(mIndex);
 }
 
 double Field::Double() const {

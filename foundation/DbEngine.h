@@ -94,6 +94,7 @@ private:
     Recordset(Database* db, sqlite3_stmt* stmt, const QString& sql);
     void step();
     QVariant columnValue(int index) const;
+    QString columnText(int index) const;
     bool columnIsNull(int index) const;
 
     Database* mDb = nullptr;
