@@ -39,8 +39,9 @@ void replaceApostrophes(QObject* box) {
 
 } // namespace
 
-TextRulesFilter::TextRulesFilter(Kind kind, const QString& mask, bool upper, QObject* parent)
-    : QObject(parent), mKind(kind), mMask(mask), mUpper(upper) {}
+TextRulesFilter::TextRulesFilter(Kind kind, const QString& mask, bool upper, QObject* parent,
+                                 BlankBox blank)
+    : QObject(parent), mKind(kind), mMask(mask), mUpper(upper), mBlank(blank) {}
 
 bool TextRulesFilter::eventFilter(QObject* watched, QEvent* event) {
     if (event->type() == QEvent::KeyPress) {
@@ -77,7 +78,8 @@ bool TextRulesFilter::eventFilter(QObject* watched, QEvent* event) {
         if (mKind == Kind::Text) {
             replaceApostrophes(watched);
         } else if (mKind == Kind::Number) {
-            if (auto* le = qobject_cast<QLineEdit*>(watched))
+            auto* le = qobject_cast<QLineEdit*>(watched);
+            if (le && !(mBlank == BlankBox::StaysBlank && le->text().trimmed().isEmpty()))
                 le->setText(FormatNumber(le->text(), mMask));
         }
     }
@@ -91,8 +93,9 @@ void AttachTextRules(QWidget* box) {
     target->installEventFilter(new TextRulesFilter(TextRulesFilter::Kind::Text, {}, false, box));
 }
 
-void AttachNumberRules(QLineEdit* box, const QString& mask) {
-    box->installEventFilter(new TextRulesFilter(TextRulesFilter::Kind::Number, mask, false, box));
+void AttachNumberRules(QLineEdit* box, const QString& mask, BlankBox blank) {
+    box->installEventFilter(
+        new TextRulesFilter(TextRulesFilter::Kind::Number, mask, false, box, blank));
 }
 
 void AttachAlphaNumericRules(QLineEdit* box, bool upper) {

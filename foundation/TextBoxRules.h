@@ -10,8 +10,10 @@ class QLineEdit;
 // Free text (QLineEdit, QPlainTextEdit, QTextEdit, editable QComboBox): "'" typed becomes a
 // back-quote; on leaving, any "'" left (pasted text) is replaced and the text written back.
 void AttachTextRules(QWidget* box);
-// Number boxes: NumericKey on each key; on leaving, the text is formatted with the mask.
-void AttachNumberRules(QLineEdit* box, const QString& mask);
+// Number boxes: NumericKey on each key; on leaving, the text is formatted with the mask (a blank
+// box then reads 0, unless it is to stay blank).
+enum class BlankBox { ReadsZero, StaysBlank };
+void AttachNumberRules(QLineEdit* box, const QString& mask, BlankBox blank = BlankBox::ReadsZero);
 // Code boxes: AlphaNumericKey on each key, lower case turned to upper when `upper` is set.
 void AttachAlphaNumericRules(QLineEdit* box, bool upper);
 
@@ -19,11 +21,13 @@ class TextRulesFilter : public QObject {
     Q_OBJECT
 public:
     enum class Kind { Text, Number, AlphaNumeric };
-    TextRulesFilter(Kind kind, const QString& mask, bool upper, QObject* parent);
+    TextRulesFilter(Kind kind, const QString& mask, bool upper, QObject* parent,
+                    BlankBox blank = BlankBox::ReadsZero);
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
     Kind mKind;
     QString mMask;
     bool mUpper;
+    BlankBox mBlank;
 };

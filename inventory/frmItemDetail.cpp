@@ -33,27 +33,6 @@ namespace {
 const QString kQtyMask = QStringLiteral("0.0#");
 const QString kPriceMask = QStringLiteral("0.00###");
 
-// The minimum quantity box: digits and one decimal separator; on leaving a number is written
-// through its mask, while a blank box stays blank (no minimum).
-class MinQtyRules : public QObject {
-public:
-    using QObject::QObject;
-    bool eventFilter(QObject* watched, QEvent* event) override {
-        auto* box = static_cast<QLineEdit*>(watched);
-        if (event->type() == QEvent::KeyPress) {
-            auto* ke = static_cast<QKeyEvent*>(event);
-            const QString t = ke->text();
-            if (t.size() != 1 || (t[0].unicode() < 32 && t[0].unicode() != 8) ||
-                (ke->modifiers() & (Qt::ControlModifier | Qt::AltModifier)))
-                return false;
-            return NumericKey(box->text(), t[0].unicode()) == 0;
-        }
-        if (event->type() == QEvent::FocusOut && !box->text().trimmed().isEmpty())
-            box->setText(FormatNumber(box->text(), kQtyMask));
-        return false;
-    }
-};
-
 // A small "?" label that shows a fixed help text when clicked.
 class HelpLabel : public QObject {
 public:
@@ -190,7 +169,8 @@ void frmItemDetail::buildItemBoxes(QWidget* host) {
         AttachTextRules(w);
     AttachAlphaNumericRules(txtItemCat->lineEdit(), true);
     AttachNumberRules(txtItemQty, kQtyMask);
-    txtMinQty->installEventFilter(new MinQtyRules(txtMinQty));
+    // A blank minimum stays blank: it means no minimum.
+    AttachNumberRules(txtMinQty, kQtyMask, BlankBox::StaysBlank);
     AttachNumberRules(txtSellPrice, kPriceMask);
     for (QLineEdit* e : {txtItemQty, txtMinQty, txtSellPrice})
         e->setAlignment(Qt::AlignRight);

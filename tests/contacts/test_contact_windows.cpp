@@ -18,17 +18,6 @@
 
 namespace {
 
-void exec(const QString& sql) {
-    Database db = DBEngine::OpenDatabase(gDbPath);
-    db.Execute(sql);
-}
-
-QString one(const QString& sql) {
-    Database db = DBEngine::OpenDatabase(gDbPath);
-    Recordset rs = db.OpenRecordset(sql);
-    return rs.Eof() ? QStringLiteral("<none>") : rs.Fields(0).Text();
-}
-
 QStringList column(const GridEX& grid, const QString& key) {
     QStringList out;
     for (int r = 1; r <= grid.RowCount(); ++r)
@@ -97,8 +86,9 @@ private slots:
 
     void entrySavesAndClosesOrStaysOpen() {
         TestData data;
-        exec("INSERT INTO tblCusAddresses (CoName, ShortNm, Discount) VALUES ('Alpha', 'ALP', 4)");
-        const int id = one("SELECT AddID FROM tblCusAddresses").toInt();
+        ExecSql(
+            "INSERT INTO tblCusAddresses (CoName, ShortNm, Discount) VALUES ('Alpha', 'ALP', 4)");
+        const int id = SqlFirst("SELECT AddID FROM tblCusAddresses").toInt();
 
         // An existing customer: loaded, changed, saved, the window closes.
         gContactType = 1;
@@ -116,7 +106,7 @@ private slots:
             QCOMPARE(w.result(), int(QDialog::Accepted));
             QCOMPARE(gContactType, 0);
         }
-        QCOMPARE(one("SELECT Add1 || '/' || Discount FROM tblCusAddresses"),
+        QCOMPARE(SqlFirst("SELECT Add1 || '/' || Discount FROM tblCusAddresses"),
                  QStringLiteral("Dock`s End/6.0"));
 
         // A duplicate new customer: the message, the window and its text stay.
@@ -134,7 +124,7 @@ private slots:
                  QStringList{QStringLiteral("A record already exists using the same Company or "
                                             "abbreviated name")});
         QCOMPARE(w.txtCoName->text(), QStringLiteral("Other"));
-        QCOMPARE(one("SELECT COUNT(*) FROM tblCusAddresses"), QStringLiteral("1"));
+        QCOMPARE(SqlFirst("SELECT COUNT(*) FROM tblCusAddresses"), QStringLiteral("1"));
     }
 
     void newKeyIsGuardedAndOpensAnyType() {
@@ -168,9 +158,9 @@ private slots:
 
     void listShowsKindSearchAndDiscount() {
         TestData data;
-        exec("INSERT INTO tblCusAddresses (CoName, ShortNm, Discount) VALUES "
-             "('Bravo', 'BR', 2.5), ('Alpha', 'AL', 10), ('Hidden', 'NON', 0)");
-        exec("INSERT INTO tblMisAddresses (CoName, ShortNm) VALUES ('Courier', 'CR')");
+        ExecSql("INSERT INTO tblCusAddresses (CoName, ShortNm, Discount) VALUES "
+                "('Bravo', 'BR', 2.5), ('Alpha', 'AL', 10), ('Hidden', 'NON', 0)");
+        ExecSql("INSERT INTO tblMisAddresses (CoName, ShortNm) VALUES ('Courier', 'CR')");
         SaveColumnState(QStringLiteral("gdxContact1"), QStringLiteral("CoName"), 3300);
         frmContacts panel;
         QString tip;
@@ -214,11 +204,11 @@ private slots:
     void listEditsAddsAndDeletesInPlace() {
         TestData data;
         ScriptedBoxes boxes;
-        exec("INSERT INTO tblSupAddresses (CoName, ShortNm, Add1) VALUES "
-             "('Acme', 'AC', 'Here'), ('Bolt', 'BO', ''), ('Cog', 'CG', '')");
-        const QString bolt = one("SELECT AddID FROM tblSupAddresses WHERE ShortNm='BO'");
-        exec("INSERT INTO tblItemSupplier (ItemID, SupplierID, PrimeSupplier) VALUES (1, " + bolt +
-             ", 1)");
+        ExecSql("INSERT INTO tblSupAddresses (CoName, ShortNm, Add1) VALUES "
+                "('Acme', 'AC', 'Here'), ('Bolt', 'BO', ''), ('Cog', 'CG', '')");
+        const QString bolt = SqlFirst("SELECT AddID FROM tblSupAddresses WHERE ShortNm='BO'");
+        ExecSql("INSERT INTO tblItemSupplier (ItemID, SupplierID, PrimeSupplier) VALUES (1, " +
+                bolt + ", 1)");
         frmContacts panel;
         panel.resize(900, 400);
         panel.AddressKey(QStringLiteral("Suppliers"));
@@ -233,7 +223,7 @@ private slots:
         QVERIFY(QApplication::focusWidget());
         QTest::keyClicks(QApplication::focusWidget(), "0'101"); // typed: "'" becomes a back-quote
         QVERIFY(g.Update());
-        QCOMPARE(one("SELECT Add1 || '|' || Tel1 FROM tblSupAddresses WHERE ShortNm='AC'"),
+        QCOMPARE(SqlFirst("SELECT Add1 || '|' || Tel1 FROM tblSupAddresses WHERE ShortNm='AC'"),
                  QStringLiteral("There |0`101"));
         QCOMPARE(panel.List().rows[0][ccAdd1].toString(), QStringLiteral("There"));
         QCOMPARE(panel.List().rows[0][ccTel].toString(), QStringLiteral("0`101"));
@@ -245,7 +235,7 @@ private slots:
         QVERIFY(g.Update());
         QCOMPARE(g.ItemCount(), 5);
         QCOMPARE(panel.List().rows[4][ccCoID].toString(),
-                 one("SELECT AddID FROM tblSupAddresses WHERE CoName='Drill'"));
+                 SqlFirst("SELECT AddID FROM tblSupAddresses WHERE CoName='Drill'"));
 
         // Delete: the prime supplier is kept; Cog goes after Yes.
         g.SetRow(2);
@@ -255,7 +245,7 @@ private slots:
         g.SetRow(3);
         boxes.answer(vbYes);
         QVERIFY(g.Delete());
-        QCOMPARE(one("SELECT COUNT(*) FROM tblSupAddresses WHERE CoName='Cog'"),
+        QCOMPARE(SqlFirst("SELECT COUNT(*) FROM tblSupAddresses WHERE CoName='Cog'"),
                  QStringLiteral("0"));
         QCOMPARE(g.ItemCount(), 4);
         QVERIFY(!column(g, "CoName").contains("Cog"));

@@ -11,19 +11,8 @@ const QString kVendorNotice = QStringLiteral(
     "If you just created a new vendor then you won't be able to place orders against that vendor "
     "because the new vendor does not have any related inventory items");
 
-void exec(const QString& sql) {
-    Database db = DBEngine::OpenDatabase(gDbPath);
-    db.Execute(sql);
-}
-
-QString one(const QString& sql) {
-    Database db = DBEngine::OpenDatabase(gDbPath);
-    Recordset rs = db.OpenRecordset(sql);
-    return rs.Eof() ? QStringLiteral("<none>") : rs.Fields(0).Text();
-}
-
 qint64 count(const QString& table) {
-    return one(QStringLiteral("SELECT COUNT(*) FROM ") + table).toLongLong();
+    return SqlFirst(QStringLiteral("SELECT COUNT(*) FROM ") + table).toLongLong();
 }
 
 qint32 addContact(const QString& table, const QString& name, const QString& code,
@@ -82,29 +71,29 @@ private slots:
         QVERIFY(SaveContact(e));
         QCOMPARE(boxes.shown().size(), 0);
         QCOMPARE(e.coName, QStringLiteral("O`Brien`s Ltd")); // written back to the window
-        QCOMPARE(one("SELECT CoName FROM tblCusAddresses"), QStringLiteral("O`Brien`s Ltd"));
-        QCOMPARE(one("SELECT ShortNm FROM tblCusAddresses"), QStringLiteral("OB`1"));
-        QCOMPARE(one("SELECT Contact1 FROM tblCusAddresses"), QStringLiteral("Pat O`Neil"));
-        QCOMPARE(one("SELECT Add1 FROM tblCusAddresses"), QStringLiteral("1 Mill Lane"));
-        QCOMPARE(one("SELECT Discount FROM tblCusAddresses").toDouble(), 5.0);
+        QCOMPARE(SqlFirst("SELECT CoName FROM tblCusAddresses"), QStringLiteral("O`Brien`s Ltd"));
+        QCOMPARE(SqlFirst("SELECT ShortNm FROM tblCusAddresses"), QStringLiteral("OB`1"));
+        QCOMPARE(SqlFirst("SELECT Contact1 FROM tblCusAddresses"), QStringLiteral("Pat O`Neil"));
+        QCOMPARE(SqlFirst("SELECT Add1 FROM tblCusAddresses"), QStringLiteral("1 Mill Lane"));
+        QCOMPARE(SqlFirst("SELECT Discount FROM tblCusAddresses").toDouble(), 5.0);
 
         // A discount that is not a number becomes 0.
         for (const QString& bad : {QStringLiteral("abc"), QString(), QStringLiteral("5x")}) {
-            exec("DELETE FROM tblCusAddresses");
+            ExecSql("DELETE FROM tblCusAddresses");
             ContactEntry d =
                 newEntry(QStringLiteral("Customer"), QStringLiteral("Acme"), QStringLiteral("ACM"));
             d.discount = bad;
             QVERIFY(SaveContact(d));
             QCOMPARE(d.discount, QStringLiteral("0"));
-            QCOMPARE(one("SELECT Discount FROM tblCusAddresses"), QStringLiteral("0"));
+            QCOMPARE(SqlFirst("SELECT Discount FROM tblCusAddresses"), QStringLiteral("0"));
         }
         // A decimal discount keeps its value, written with "." on a comma locale too.
         LocaleScope de(QLocale(QLocale::German, QLocale::Germany));
-        exec("DELETE FROM tblCusAddresses");
+        ExecSql("DELETE FROM tblCusAddresses");
         e = newEntry(QStringLiteral("Customer"), QStringLiteral("Acme"), QStringLiteral("ACM"));
         e.discount = QStringLiteral("12,5");
         QVERIFY(SaveContact(e));
-        QCOMPARE(one("SELECT Discount FROM tblCusAddresses").toDouble(), 12.5);
+        QCOMPARE(SqlFirst("SELECT Discount FROM tblCusAddresses").toDouble(), 12.5);
     }
 
     void duplicateCheckLooksInOneTableForNewContactsOnly() {
@@ -145,9 +134,9 @@ private slots:
         change.contactId = abc;
         change.discount = QStringLiteral("7");
         QVERIFY(SaveContact(change));
-        QCOMPARE(one(QStringLiteral("SELECT ShortNm || '/' || Discount FROM tblCusAddresses "
-                                    "WHERE AddID=") +
-                     QString::number(abc)),
+        QCOMPARE(SqlFirst(QStringLiteral("SELECT ShortNm || '/' || Discount FROM tblCusAddresses "
+                                         "WHERE AddID=") +
+                          QString::number(abc)),
                  QStringLiteral("BET/7.0"));
         QCOMPARE(count("tblCusAddresses"), 2);
     }
@@ -177,8 +166,8 @@ private slots:
         QCOMPARE(count("tblSupAddresses"), 1); // only the "No Supplier" row
 
         // An insert that changes no row: the critical message, the window stays.
-        exec("CREATE TRIGGER noMis BEFORE INSERT ON tblMisAddresses BEGIN SELECT RAISE(IGNORE); "
-             "END");
+        ExecSql("CREATE TRIGGER noMis BEFORE INSERT ON tblMisAddresses BEGIN SELECT RAISE(IGNORE); "
+                "END");
         e = newEntry(QStringLiteral("Misc"), QStringLiteral("M"), QStringLiteral("M1"));
         boxes.answer(vbOK);
         QVERIFY(!SaveContact(e));
@@ -195,7 +184,8 @@ private slots:
         QCOMPARE(boxes.shown().last().flags, int(vbInformation));
         const int shown = int(boxes.shown().size());
         e.contactType = 2;
-        e.contactId = qint32(one("SELECT AddID FROM tblSupAddresses WHERE ShortNm='PI'").toInt());
+        e.contactId =
+            qint32(SqlFirst("SELECT AddID FROM tblSupAddresses WHERE ShortNm='PI'").toInt());
         QVERIFY(SaveContact(e));
         QCOMPARE(int(boxes.shown().size()), shown);
         QVERIFY(boxes.allAnswersUsed());
@@ -245,17 +235,17 @@ private slots:
         QCOMPARE(list.rows[0][ccAdd1].toString(), QStringLiteral("2 Park Rd"));
         const QString where =
             QStringLiteral(" FROM tblCusAddresses WHERE AddID=") + QString::number(id);
-        QCOMPARE(one("SELECT Add1" + where), QStringLiteral("2 Park Rd "));
-        QCOMPARE(one("SELECT Add2" + where), QStringLiteral("Leeds"));
-        QCOMPARE(one("SELECT Tel1" + where), QStringLiteral("0113"));
-        QCOMPARE(one("SELECT Discount" + where), QStringLiteral("0"));
+        QCOMPARE(SqlFirst("SELECT Add1" + where), QStringLiteral("2 Park Rd "));
+        QCOMPARE(SqlFirst("SELECT Add2" + where), QStringLiteral("Leeds"));
+        QCOMPARE(SqlFirst("SELECT Tel1" + where), QStringLiteral("0113"));
+        QCOMPARE(SqlFirst("SELECT Discount" + where), QStringLiteral("0"));
         // Each edit after a reload adds one more blank.
         LoadContactList(list, QString());
         row = list.rows[0];
         row[ccDiscount] = QStringLiteral("7.5");
         UpdateContactRow(list, 1, row);
-        QCOMPARE(one("SELECT Add1" + where), QStringLiteral("2 Park Rd  "));
-        QCOMPARE(one("SELECT Discount" + where), QStringLiteral("7.5"));
+        QCOMPARE(SqlFirst("SELECT Add1" + where), QStringLiteral("2 Park Rd  "));
+        QCOMPARE(SqlFirst("SELECT Discount" + where), QStringLiteral("7.5"));
     }
 
     void newRowIsCheckedAndInsertedWithoutDuplicateCheck() {
@@ -283,9 +273,9 @@ private slots:
         QCOMPARE(count("tblMisAddresses"), 2);
         QCOMPARE(list.mContactCount(), 2);
         const qint64 newId = list.rows[1][ccCoID].toLongLong();
-        QCOMPARE(one("SELECT MAX(AddID) FROM tblMisAddresses").toLongLong(), newId);
+        QCOMPARE(SqlFirst("SELECT MAX(AddID) FROM tblMisAddresses").toLongLong(), newId);
         // No trailing blank on an insert.
-        QCOMPARE(one("SELECT Add1 FROM tblMisAddresses WHERE AddID=" + QString::number(newId)),
+        QCOMPARE(SqlFirst("SELECT Add1 FROM tblMisAddresses WHERE AddID=" + QString::number(newId)),
                  QStringLiteral("Depot 4"));
     }
 
@@ -295,13 +285,13 @@ private slots:
         const qint32 both = addContact("tblSupAddresses", "Both", "BO");
         const qint32 poOnly = addContact("tblSupAddresses", "Orders", "OR");
         const qint32 second = addContact("tblSupAddresses", "Second", "SE");
-        exec(QStringLiteral("INSERT INTO tblItemSupplier (ItemID, SupplierID, PrimeSupplier) "
-                            "VALUES (1, %1, 1), (1, %2, 0)")
-                 .arg(both)
-                 .arg(second));
-        exec(QStringLiteral("INSERT INTO tblPOrders (POID, POSupID) VALUES (1, %1), (2, %2)")
-                 .arg(both)
-                 .arg(poOnly));
+        ExecSql(QStringLiteral("INSERT INTO tblItemSupplier (ItemID, SupplierID, PrimeSupplier) "
+                               "VALUES (1, %1, 1), (1, %2, 0)")
+                    .arg(both)
+                    .arg(second));
+        ExecSql(QStringLiteral("INSERT INTO tblPOrders (POID, POSupID) VALUES (1, %1), (2, %2)")
+                    .arg(both)
+                    .arg(poOnly));
         ContactListData list;
         list.mContactKind = ContactKind::Suppliers;
         LoadContactList(list, QString());
@@ -334,8 +324,8 @@ private slots:
         boxes.answer(vbYes);
         QVERIFY(ConfirmContactDelete(list, 4));
         DeleteContactRow(list, 4);
-        QCOMPARE(one(QStringLiteral("SELECT COUNT(*) FROM tblSupAddresses WHERE AddID=") +
-                     QString::number(second)),
+        QCOMPARE(SqlFirst(QStringLiteral("SELECT COUNT(*) FROM tblSupAddresses WHERE AddID=") +
+                          QString::number(second)),
                  QStringLiteral("0"));
         QCOMPARE(names(list), (QStringList{"Both", "No Supplier", "Orders"}));
     }
@@ -348,11 +338,11 @@ private slots:
         const qint32 c = addContact("tblCusAddresses", "C Shop", "CS");
         addContact("tblCusAddresses", "D Shop", "DS");
         // A finished order (all shipped) still links the customer.
-        exec(QStringLiteral("INSERT INTO tblCustOrders (CustBasketID, CustID, ORDone) VALUES "
-                            "(1, %1, -1)")
-                 .arg(c));
-        exec("INSERT INTO tblCustOrderDetail (CustBasketDetailID, OrderedQty, ShippedQty) "
-             "VALUES (1, 2, 2)");
+        ExecSql(QStringLiteral("INSERT INTO tblCustOrders (CustBasketID, CustID, ORDone) VALUES "
+                               "(1, %1, -1)")
+                    .arg(c));
+        ExecSql("INSERT INTO tblCustOrderDetail (CustBasketDetailID, OrderedQty, ShippedQty) "
+                "VALUES (1, 2, 2)");
         ContactListData list;
         list.mContactKind = ContactKind::Customers;
         LoadContactList(list, QString());
@@ -372,7 +362,7 @@ private slots:
         QVERIFY(list.rows[1] == third);
         QVERIFY(list.rows[2] == fourth);
         QCOMPARE(names(list), (QStringList{"A Shop", "C Shop", "D Shop"}));
-        QCOMPARE(one("SELECT COUNT(*) FROM tblCusAddresses WHERE CoName='B Shop'"),
+        QCOMPARE(SqlFirst("SELECT COUNT(*) FROM tblCusAddresses WHERE CoName='B Shop'"),
                  QStringLiteral("0"));
     }
 
@@ -381,13 +371,13 @@ private slots:
         ScriptedBoxes boxes;
         const qint32 loc = addContact("tblLocAddresses", "Main Store", "MS");
         // Used by an item and by a purchase order: still only the question.
-        exec("INSERT INTO tblStockItems (ItemID, MasterPNo, Location) VALUES (1, 'P1', 'Main "
-             "Store')");
-        exec(QStringLiteral("INSERT INTO tblPOrders (POID, POSupID, POLocID) VALUES (1, 0, %1)")
-                 .arg(loc));
-        exec(QStringLiteral("INSERT INTO tblItemSupplier (ItemID, SupplierID, PrimeSupplier) "
-                            "VALUES (1, %1, 1)")
-                 .arg(loc));
+        ExecSql("INSERT INTO tblStockItems (ItemID, MasterPNo, Location) VALUES (1, 'P1', 'Main "
+                "Store')");
+        ExecSql(QStringLiteral("INSERT INTO tblPOrders (POID, POSupID, POLocID) VALUES (1, 0, %1)")
+                    .arg(loc));
+        ExecSql(QStringLiteral("INSERT INTO tblItemSupplier (ItemID, SupplierID, PrimeSupplier) "
+                               "VALUES (1, %1, 1)")
+                    .arg(loc));
         ContactListData list;
         list.mContactKind = ContactKind::Locations;
         LoadContactList(list, QString());

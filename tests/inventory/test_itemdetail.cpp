@@ -10,11 +10,6 @@
 
 namespace {
 
-void exec(const QString& sql) {
-    Database db = DBEngine::OpenDatabase(gDbPath);
-    db.Execute(sql);
-}
-
 // Every row of a table as "col=value|..." lines, in a stable order.
 QStringList rows(const QString& table, const QString& order) {
     Database db = DBEngine::OpenDatabase(gDbPath);
@@ -40,28 +35,30 @@ QStringList snapshot() {
 }
 
 void fillSuppliers() {
-    exec("INSERT INTO tblSupAddresses (AddID, CoName, Add1, Add2, Add3, Add4, PCode, Contact1, "
-         "Tel1, Fax1, EMail, ShortNm) VALUES (1, 'Zeta Parts', '1 High St', 'Unit 2', 'Leeds', "
-         "'Yorks', 'LS1 1AA', 'Ann Bell', '0113 111', '0113 222', 'ann@zeta.test', 'ZET')");
-    exec("INSERT INTO tblSupAddresses (AddID, CoName, ShortNm) VALUES (2, 'Alpha Supply', 'ALP')");
+    ExecSql("INSERT INTO tblSupAddresses (AddID, CoName, Add1, Add2, Add3, Add4, PCode, Contact1, "
+            "Tel1, Fax1, EMail, ShortNm) VALUES (1, 'Zeta Parts', '1 High St', 'Unit 2', 'Leeds', "
+            "'Yorks', 'LS1 1AA', 'Ann Bell', '0113 111', '0113 222', 'ann@zeta.test', 'ZET')");
+    ExecSql(
+        "INSERT INTO tblSupAddresses (AddID, CoName, ShortNm) VALUES (2, 'Alpha Supply', 'ALP')");
 }
 
 // Item 7 with two suppliers (Alpha prime), a comment and a history row.
 void fillItem() {
     fillSuppliers();
-    exec("INSERT INTO tblStockItems (ItemID, MasterPNo, ItemName, ItemDescription, Category, Assy, "
-         "Location, Qty, Trigger, SellAt, AllowDiscount, AllocQty, OnOrderQty, BuyNow) VALUES "
-         "(7, 'P-7', '10k', 'Resistor pack', 'RES', 0, 'BIN 4', 12.5, 3, 0.125, 1, 0, 2, 0)");
-    exec("INSERT INTO tblItemSupplier VALUES (7, 1, 'Z-77', 100, 0.05, 0)");
-    exec("INSERT INTO tblItemSupplier VALUES (7, 2, 'A-77', 50, 0.0425, 1)");
-    exec("INSERT INTO tblItemComments VALUES (7, 'old note')");
-    exec("INSERT INTO tblItemHistory (StockID, HistDate, HistType, HistQty) VALUES "
-         "(7, '2026-01-02', 'RX', 5)");
+    ExecSql(
+        "INSERT INTO tblStockItems (ItemID, MasterPNo, ItemName, ItemDescription, Category, Assy, "
+        "Location, Qty, Trigger, SellAt, AllowDiscount, AllocQty, OnOrderQty, BuyNow) VALUES "
+        "(7, 'P-7', '10k', 'Resistor pack', 'RES', 0, 'BIN 4', 12.5, 3, 0.125, 1, 0, 2, 0)");
+    ExecSql("INSERT INTO tblItemSupplier VALUES (7, 1, 'Z-77', 100, 0.05, 0)");
+    ExecSql("INSERT INTO tblItemSupplier VALUES (7, 2, 'A-77', 50, 0.0425, 1)");
+    ExecSql("INSERT INTO tblItemComments VALUES (7, 'old note')");
+    ExecSql("INSERT INTO tblItemHistory (StockID, HistDate, HistType, HistQty) VALUES "
+            "(7, '2026-01-02', 'RX', 5)");
     // A neighbour that no action on item 7 may touch.
-    exec(
+    ExecSql(
         "INSERT INTO tblStockItems (ItemID, MasterPNo, Category, Qty) VALUES (8, 'P-8', 'CAP', 1)");
-    exec("INSERT INTO tblItemSupplier VALUES (8, 1, 'Z-88', 1, 1, 1)");
-    exec("INSERT INTO tblItemComments VALUES (8, 'keep me')");
+    ExecSql("INSERT INTO tblItemSupplier VALUES (8, 1, 'Z-88', 1, 1, 1)");
+    ExecSql("INSERT INTO tblItemComments VALUES (8, 'keep me')");
 }
 
 ItemSaveInput inputFor(qint32 itemId) {
@@ -124,7 +121,7 @@ private slots:
                              "PriceEach=<null>|PrimeSupplier=0"});
 
         // The next number follows the highest in use; the boxes' values are kept.
-        exec("INSERT INTO tblStockItems (ItemID, MasterPNo) VALUES (41, 'OLD')");
+        ExecSql("INSERT INTO tblStockItems (ItemID, MasterPNo) VALUES (41, 'OLD')");
         ItemDetailFields g;
         g.pno = QStringLiteral("W-2");
         g.description = QStringLiteral("Gear");
@@ -259,14 +256,14 @@ private slots:
                  QStringLiteral("StockID=7|Comment=new"));
 
         // A negative minimum shows as an empty box.
-        exec("UPDATE tblStockItems SET Trigger = -1, Location = NULL WHERE ItemID = 7");
+        ExecSql("UPDATE tblStockItems SET Trigger = -1, Location = NULL WHERE ItemID = 7");
         d = LoadItemDetail(7);
         QCOMPARE(d->fields.minQty, QString());
         QCOMPARE(d->fields.location, QStringLiteral("Unknown"));
 
         // Delete: every row of the item goes, the neighbour stays.
-        exec("INSERT INTO tblUsedIn VALUES (8, 7, 2, 'R1')");
-        exec("INSERT INTO tblUsedIn VALUES (8, 9, 1, 'R2')");
+        ExecSql("INSERT INTO tblUsedIn VALUES (8, 7, 2, 'R1')");
+        ExecSql("INSERT INTO tblUsedIn VALUES (8, 9, 1, 'R2')");
         boxes.answer(vbNo);
         QVERIFY(!DeleteCurrentItem(7));
         QCOMPARE(rows("tblStockItems", "ItemID").size(), 2);
@@ -455,7 +452,7 @@ private slots:
         TestData data;
         fillItem();
         // A complete order row still blocks the delete.
-        exec("INSERT INTO tblPODetail (POID, POStockID, POQty, PORecieved) VALUES (3, 7, 5, 5)");
+        ExecSql("INSERT INTO tblPODetail (POID, POStockID, POQty, PORecieved) VALUES (3, 7, 5, 5)");
         const QStringList before = snapshot();
         ScriptedBoxes boxes;
         boxes.answer(vbYes);
@@ -468,7 +465,7 @@ private slots:
         QCOMPARE(snapshot(), before);
 
         // A failure among the five deletes undoes the ones before it.
-        exec("DELETE FROM tblPODetail");
+        ExecSql("DELETE FROM tblPODetail");
         Database::FailNextStatementContaining(QStringLiteral("DELETE FROM tblItemSupplier"));
         boxes.answer(vbYes);
         boxes.answer(vbOK);
@@ -534,9 +531,9 @@ private slots:
     void categoryList() {
         TestData data;
         QCOMPARE(LoadCategoryList(), QStringList{"AS"});
-        exec("INSERT INTO tblStockItems (ItemID, MasterPNo, Category) VALUES (1, 'a', 'RES'), "
-             "(2, 'b', 'AS'), (3, 'c', ''), (4, 'd', NULL), (5, 'e', 'CAP'), (6, 'f', 'RES'), "
-             "(7, 'g', 'ASM')");
+        ExecSql("INSERT INTO tblStockItems (ItemID, MasterPNo, Category) VALUES (1, 'a', 'RES'), "
+                "(2, 'b', 'AS'), (3, 'c', ''), (4, 'd', NULL), (5, 'e', 'CAP'), (6, 'f', 'RES'), "
+                "(7, 'g', 'ASM')");
         QCOMPARE(LoadCategoryList(), (QStringList{"AS", "ASM", "CAP", "RES"}));
     }
 };

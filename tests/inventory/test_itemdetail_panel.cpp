@@ -21,11 +21,6 @@
 
 namespace {
 
-void exec(const QString& sql) {
-    Database db = DBEngine::OpenDatabase(gDbPath);
-    db.Execute(sql);
-}
-
 QString one(const QString& sql) {
     Database db = DBEngine::OpenDatabase(gDbPath);
     Recordset rs = db.OpenRecordset(sql);
@@ -37,18 +32,20 @@ QString one(const QString& sql) {
 }
 
 void fill() {
-    exec("INSERT INTO tblSupAddresses (AddID, CoName, Add1, PCode, Tel1, ShortNm) VALUES "
-         "(1, 'Zeta Parts', '1 High St', 'LS1 1AA', '0113 111', 'ZET')");
-    exec("INSERT INTO tblSupAddresses (AddID, CoName, ShortNm) VALUES (2, 'Alpha Supply', 'ALP')");
-    exec("INSERT INTO tblSupAddresses (AddID, CoName, ShortNm) VALUES (3, 'Mid Metals', 'MID')");
-    exec("INSERT INTO tblStockItems (ItemID, MasterPNo, ItemName, ItemDescription, Category, Assy, "
-         "Location, Qty, Trigger, SellAt, AllowDiscount, AllocQty, OnOrderQty, BuyNow) VALUES "
-         "(7, 'P-7', '10k', 'Resistor pack', 'RES', -1, 'BIN 4', 12.5, 3, 0.125, 1, 0, 0, 0)");
-    exec(
+    ExecSql("INSERT INTO tblSupAddresses (AddID, CoName, Add1, PCode, Tel1, ShortNm) VALUES "
+            "(1, 'Zeta Parts', '1 High St', 'LS1 1AA', '0113 111', 'ZET')");
+    ExecSql(
+        "INSERT INTO tblSupAddresses (AddID, CoName, ShortNm) VALUES (2, 'Alpha Supply', 'ALP')");
+    ExecSql("INSERT INTO tblSupAddresses (AddID, CoName, ShortNm) VALUES (3, 'Mid Metals', 'MID')");
+    ExecSql(
+        "INSERT INTO tblStockItems (ItemID, MasterPNo, ItemName, ItemDescription, Category, Assy, "
+        "Location, Qty, Trigger, SellAt, AllowDiscount, AllocQty, OnOrderQty, BuyNow) VALUES "
+        "(7, 'P-7', '10k', 'Resistor pack', 'RES', -1, 'BIN 4', 12.5, 3, 0.125, 1, 0, 0, 0)");
+    ExecSql(
         "INSERT INTO tblStockItems (ItemID, MasterPNo, Category, Qty) VALUES (8, 'P-8', 'CAP', 1)");
-    exec("INSERT INTO tblItemSupplier VALUES (7, 1, 'Z-77', 100, 0.05, 0)");
-    exec("INSERT INTO tblItemSupplier VALUES (7, 2, 'A-77', 50, 0.0425, 1)");
-    exec("INSERT INTO tblItemComments VALUES (7, 'old note')");
+    ExecSql("INSERT INTO tblItemSupplier VALUES (7, 1, 'Z-77', 100, 0.05, 0)");
+    ExecSql("INSERT INTO tblItemSupplier VALUES (7, 2, 'A-77', 50, 0.0425, 1)");
+    ExecSql("INSERT INTO tblItemComments VALUES (7, 'old note')");
 }
 
 template <typename T> T* child(QWidget* w, const char* name) {

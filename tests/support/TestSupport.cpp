@@ -1,6 +1,7 @@
 #include "tests/support/TestSupport.h"
 
 #include "foundation/Clock.h"
+#include "foundation/DbEngine.h"
 #include "foundation/Globals.h"
 #include "foundation/Rights.h"
 #include "foundation/Schema.h"
@@ -106,4 +107,15 @@ void UseTestLocale() {
     const QString name = qEnvironmentVariable("QS_TEST_LOCALE", QStringLiteral("en_GB"));
     QLocale::setDefault(QLocale(name));
     gDecimalSep = ReadDecimalSep();
+}
+
+void ExecSql(const QString& sql) {
+    Database db = DBEngine::OpenDatabase(gDbPath);
+    db.Execute(sql);
+}
+
+QString SqlFirst(const QString& sql) {
+    Database db = DBEngine::OpenDatabase(gDbPath);
+    Recordset rs = db.OpenRecordset(sql);
+    return rs.Eof() ? QStringLiteral("<none>") : rs.Fields(0).Text();
 }

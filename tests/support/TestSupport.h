@@ -65,6 +65,11 @@ private:
     QList<ShownBox> mShown;
 };
 
+// Runs one statement on the business file.
+void ExecSql(const QString& sql);
+// The first column of the first row of a query on the business file as text, "<none>" for no row.
+QString SqlFirst(const QString& sql);
+
 // Sets the default locale (and gDecimalSep from it) for its lifetime.
 class LocaleScope {
 public:
