@@ -3,6 +3,7 @@
 
 #include "inventory/InventoryList.h"
 #include "inventory/ItemDetail.h"
+#include "inventory/OnOrder.h"
 #include "inventory/StockMovements.h"
 
 #include <algorithm>
@@ -124,4 +125,90 @@ void AddInventoryBenchmarks(BenchRegistry& registry, const BenchContext& context
             Consume(found);
         },
         detailActions);
+    // Writes. Each rewrites rows with the values they hold (an adjustment is followed by its
+    // reverse), so the file keeps its figures; the adjustments add their history rows. The bare
+    // side runs the same reads and writes the same rows in a transaction of its own.
+    const QList<qint32> saveIds = sampleItems(context.items, 20);
+    QList<QStringList> saveActions;
+    for (qint32 id : saveIds) {
+        const QString n = QString::number(id);
+        saveActions << (detailActions.at(ids.indexOf(id) >= 0 ? ids.indexOf(id) : 0) +
+                        QStringList{
+                            QStringLiteral("BEGIN IMMEDIATE"),
+                            QStringLiteral("UPDATE tblStockItems SET Qty = Qty WHERE ItemID=") + n,
+                            QStringLiteral("UPDATE tblItemComments SET Comment = Comment "
+                                           "WHERE StockID=") +
+                                n,
+                            QStringLiteral("UPDATE tblItemSupplier SET PriceEach = PriceEach "
+                                           "WHERE ItemID=") +
+                                n,
+                            QStringLiteral("COMMIT")});
+    }
+    registry.addActions(
+        QStringLiteral("inventory.save.item.x20"),
+        [saveIds] {
+            int saved = 0;
+            for (qint32 id : saveIds) {
+                const std::optional<ItemDetailData> d = LoadItemDetail(id);
+                if (!d)
+                    continue;
+                ItemSaveInput in;
+                in.itemId = id;
+                in.fields = d->fields;
+                in.suppliers = d->suppliers;
+                saved += SaveItemDetail(in).saved ? 1 : 0;
+            }
+            Consume(saved);
+        },
+        saveActions);
+
+    QList<QStringList> adjustActions;
+    for (qint32 id : saveIds) {
+        const QString n = QString::number(id);
+        for (const char* sign : {"1", "-1"})
+            adjustActions << QStringList{
+                QStringLiteral("UPDATE tblStockItems  SET QTY = QTY + ") + QLatin1String(sign) +
+                    QStringLiteral(" WHERE ItemID=") + n,
+                QStringLiteral("INSERT INTO tblItemHistory  (StockID, HistDate, HistType, HistID, "
+                               "HistRef, HistQty, HistText) VALUES  (") +
+                    n + QStringLiteral(",'2026-01-01','ADJ(+)',0,'bench',") + QLatin1String(sign) +
+                    QStringLiteral(",'bench');")};
+    }
+    registry.addActions(
+        QStringLiteral("inventory.adjust.item.x40"),
+        [saveIds] {
+            int posted = 0;
+            for (qint32 id : saveIds) {
+                for (AdjustmentKind kind :
+                     {AdjustmentKind::AdjustPlus, AdjustmentKind::AdjustMinus}) {
+                    StockAdjustment a;
+                    a.kind = kind;
+                    a.qtyText = QStringLiteral("1");
+                    a.ref = QStringLiteral("bench");
+                    a.text = QStringLiteral("bench");
+                    a.itemId = id;
+                    posted += PostStockAdjustment(a).posted ? 1 : 0;
+                }
+            }
+            Consume(posted);
+        },
+        adjustActions);
+
+    QList<QStringList> onOrderActions;
+    for (qint32 id : ids) {
+        const QString n = QString::number(id);
+        onOrderActions << QStringList{
+            QStringLiteral(" SELECT * FROM tblPODetail WHERE POStockID=") + n +
+                QStringLiteral(" AND POQty <> PORecieved"),
+            QStringLiteral("UPDATE tblStockItems SET OnOrderQty = OnOrderQty WHERE ItemID = ") + n};
+    }
+    registry.addActions(
+        QStringLiteral("inventory.onorder.refresh.x200"),
+        [ids] {
+            double total = 0;
+            for (qint32 id : ids)
+                total += RefreshOnOrderQty(id);
+            Consume(qint64(total));
+        },
+        onOrderActions);
 }
