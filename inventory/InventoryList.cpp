@@ -104,62 +104,62 @@ const QList<UBColumn>& UBCategoryColumns() {
 
 UBViewSpec UBViewFor(quint8 mode, qint32 supplierID, const QString& supplierName,
                      const QString& category) {
-    UBViewSpec spec;
+    UBViewSpec view;
     const QString rightClick = QStringLiteral("\n\nRIGHT Click any row to see a context menu");
     switch (mode) {
     case UBMode::Assemblies:
-        spec.heading = QStringLiteral("View Assemblies by Part Number");
-        spec.setsCategoryFilter = true;
+        view.heading = QStringLiteral("View Assemblies by Part Number");
+        view.setsCategoryFilter = true;
         break;
     case UBMode::BySupplier:
-        spec.heading = QStringLiteral("View By Supplier - [") + supplierName + QStringLiteral("]");
-        spec.extraWhere =
+        view.heading = QStringLiteral("View By Supplier - [") + supplierName + QStringLiteral("]");
+        view.extraWhere =
             QStringLiteral(" AND tblItemSupplier.SupplierID=") + QString::number(supplierID);
         break;
     case UBMode::ByCategory:
-        spec.heading = QStringLiteral("View By Category - [") + category + QStringLiteral("]");
-        spec.setsCategoryFilter = true;
+        view.heading = QStringLiteral("View By Category - [") + category + QStringLiteral("]");
+        view.setsCategoryFilter = true;
         break;
     case UBMode::AllItems:
-        spec.heading = QStringLiteral("View All Stock Items");
+        view.heading = QStringLiteral("View All Stock Items");
         break;
     case UBMode::AllocDetail:
-        spec.heading = QStringLiteral("View Allocated Stock Items / Shortages");
-        spec.extraWhere =
+        view.heading = QStringLiteral("View Allocated Stock Items / Shortages");
+        view.extraWhere =
             QStringLiteral(" AND tblStockItems.AllocQty > 0") +
             QStringLiteral(
                 " AND (tblStockItems.Qty - tblStockItems.AllocQty) < tblStockItems.Trigger");
-        spec.tip =
+        view.tip =
             QStringLiteral("This grid shows all inventory items where the available quantity "
                            "has fallen below a predefined minimum\n"
                            "Only those items which are required by current and pending "
                            "worksorders are shown");
         break;
     case UBMode::AllocShortages:
-        spec.heading = QStringLiteral("View Allocated Stock Items / Shortages");
-        spec.extraWhere = QStringLiteral(" AND tblStockItems.AllocQty > 0") +
+        view.heading = QStringLiteral("View Allocated Stock Items / Shortages");
+        view.extraWhere = QStringLiteral(" AND tblStockItems.AllocQty > 0") +
                           QStringLiteral(" AND (tblStockItems.Qty - tblStockItems.AllocQty + "
                                          "tblStockItems.OnOrderQty) < tblStockItems.Trigger");
-        spec.tip = QStringLiteral(
+        view.tip = QStringLiteral(
             "This grid shows all inventory items where the available quantity has fallen below a "
             "predefined minimum. Only those items which are required by current and pending "
             "worksorders are shown. This display assumes 'OnOrder' quantities will be available "
             "on time");
         break;
     case UBMode::BelowMinimum:
-        spec.heading = QStringLiteral("View All Stock Items / Shortages");
+        view.heading = QStringLiteral("View All Stock Items / Shortages");
         // Two blanks before "<", as the statement has always been written.
-        spec.extraWhere = QStringLiteral(" AND tblStockItems.Qty  < tblStockItems.Trigger");
-        spec.tip = QStringLiteral("This grid shows 'all' inventory items where the available "
+        view.extraWhere = QStringLiteral(" AND tblStockItems.Qty  < tblStockItems.Trigger");
+        view.tip = QStringLiteral("This grid shows 'all' inventory items where the available "
                                   "quantity has fallen below a predefined minimum");
         break;
     default:
-        return spec;
+        return view;
     }
-    if (spec.tip.isEmpty())
-        spec.tip = spec.heading + rightClick;
-    spec.valid = true;
-    return spec;
+    if (view.tip.isEmpty())
+        view.tip = view.heading + rightClick;
+    view.valid = true;
+    return view;
 }
 
 QString UBItemStatement(const UBFilters& filters, const QString& extraWhere) {
@@ -214,20 +214,20 @@ QString masked(const Field& f, const NumberMask& format) {
 
 UBItemResult LoadUBItems(const UBItemRequest& request) {
     UBItemResult result;
-    const UBViewSpec spec =
+    const UBViewSpec view =
         UBViewFor(request.mode, request.supplierID, request.supplierName, request.category);
-    if (!spec.valid)
+    if (!view.valid)
         return result;
     UBFilters filters = request.filters;
-    if (spec.setsCategoryFilter) {
+    if (view.setsCategoryFilter) {
         filters.category = request.category;
         result.setsCategoryFilter = true;
         result.categoryFilter = request.category;
     }
-    result.tip = spec.tip;
+    result.tip = view.tip;
 
     Database db = DBEngine::OpenDatabase(gDbPath);
-    Recordset rs = db.OpenRecordset(UBItemStatement(filters, spec.extraWhere));
+    Recordset rs = db.OpenRecordset(UBItemStatement(filters, view.extraWhere));
     const int fItemID = rs.FieldIndex(QStringLiteral("ItemID"));
     const int fPNo = rs.FieldIndex(QStringLiteral("MasterPNo"));
     const int fName = rs.FieldIndex(QStringLiteral("ItemName"));
@@ -283,7 +283,7 @@ UBItemResult LoadUBItems(const UBItemRequest& request) {
     }
     result.rowCount = kept;
     result.caption =
-        spec.heading + QStringLiteral(" (") + QString::number(kept) + QStringLiteral(" Items)");
+        view.heading + QStringLiteral(" (") + QString::number(kept) + QStringLiteral(" Items)");
     result.loaded = true;
     return result;
 }
