@@ -7,7 +7,6 @@
 #include "grids/ColumnState.h"
 #include "grids/GridEX.h"
 
-#include <QCoreApplication>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QLineEdit>
@@ -160,9 +159,7 @@ void frmContacts::LoadContactList() {
     gdxContact1->SetItemCount(0);
     ::LoadContactList(mList, txtAddSearch->text());
     DefineColumns();
-    LoadColumnState(*gdxContact1);
-    QCoreApplication::processEvents();
-    gdxContact1->SetItemCount(mList.mContactCount());
+    ReloadGrid(*gdxContact1, mList.mContactCount());
     if (Command3->text() == QLatin1String("ListView")) {
         gdxContact1->SetView(GridView::Card);
         SetEditMode(mEditMode);

@@ -1,6 +1,7 @@
 #include "foundation/Upgrades.h"
 
 #include "foundation/DbEngine.h"
+#include "foundation/Dialect.h"
 #include "foundation/Globals.h"
 #include "foundation/Helpers.h"
 #include "foundation/MsgBox.h"
@@ -143,7 +144,7 @@ bool UpgradeTo32A() {
 
 void UpgradeInvoicedColumn() {
     Database db = DBEngine::OpenDatabase(gDbPath);
-    if (probeFails(db, QStringLiteral("SELECT Invoiced FROM tblDespatch LIMIT 1")))
+    if (probeFails(db, QStringLiteral("SELECT Invoiced FROM tblDespatch") + FirstRowOnly()))
         ignoringErrors([&] {
             db.Execute(QStringLiteral("ALTER TABLE tblDespatch ADD COLUMN Invoiced TEXT"));
         });

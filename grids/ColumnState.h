@@ -20,3 +20,6 @@ void SaveColumnState(const QString& gridName, const QString& colName, int newWid
 // Window part (grids library): applies the stored widths to the grid named by its objectName,
 // passing over stored keys the grid does not have. Call once the columns exist.
 void LoadColumnState(GridEX& grid);
+// Fills a grid anew from its owner's array: the item count goes to 0, the window repaints, the
+// stored widths apply, and the grid takes the new count and reads the rows it shows.
+void ReloadGrid(GridEX& grid, int itemCount);

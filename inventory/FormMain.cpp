@@ -715,10 +715,7 @@ void FormMain::ApplyColumns(const QList<UBColumn>& columns, bool groupBox) {
 
 void FormMain::ShowUBData() {
     mCurrentGrid = 1;
-    gdxUBView->SetItemCount(0);
-    QCoreApplication::processEvents();
-    LoadColumnState(*gdxUBView);
-    gdxUBView->SetItemCount(mUBRowCount);
+    ReloadGrid(*gdxUBView, mUBRowCount);
 }
 
 namespace {

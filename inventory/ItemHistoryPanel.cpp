@@ -4,7 +4,6 @@
 #include "grids/GridEX.h"
 #include "inventory/StockMovements.h"
 
-#include <QCoreApplication>
 #include <QVBoxLayout>
 
 ItemHistoryPanel::ItemHistoryPanel(QWidget* parent) : QFrame(parent) {
@@ -52,8 +51,6 @@ void ItemHistoryPanel::Clear() {
 void ItemHistoryPanel::LoadHistory(qint32 itemId) {
     mRows.clear();
     gdxItemHistory->SetItemCount(0);
-    QCoreApplication::processEvents();
     mRows = LoadItemHistory(itemId);
-    LoadColumnState(*gdxItemHistory);
-    gdxItemHistory->SetItemCount(int(mRows.size()));
+    ReloadGrid(*gdxItemHistory, int(mRows.size()));
 }

@@ -418,9 +418,7 @@ void frmItemDetail::hidePopups() {
 
 void frmItemDetail::reloadSupplierGrid() {
     mSupRowCount = int(mSupData.size());
-    gdxSupp->SetItemCount(0);
-    QCoreApplication::processEvents();
-    gdxSupp->SetItemCount(mSupRowCount);
+    ReloadGrid(*gdxSupp, mSupRowCount);
 }
 
 void frmItemDetail::fillSupplierChoices() {
