@@ -1,4 +1,5 @@
-// The benchmark sets, one function per subsystem, each adding its benchmarks to the registry.
+// What every benchmark set shares. Each set lives in a file `*Benchmarks.cpp` of its own and
+// registers itself with a static BenchSet (see Harness.h).
 #pragma once
 
 #include "bench/Harness.h"
@@ -13,7 +14,3 @@ struct BenchContext {
 };
 
 BenchContext ReadBenchContext(const QString& dbPath);
-
-void AddEngineBenchmarks(BenchRegistry& registry, const BenchContext& context);
-void AddInventoryBenchmarks(BenchRegistry& registry, const BenchContext& context);
-void AddContactBenchmarks(BenchRegistry& registry, const BenchContext& context);

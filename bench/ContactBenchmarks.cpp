@@ -4,7 +4,7 @@
 #include "contacts/Contacts.h"
 #include "foundation/Dialect.h"
 
-void AddContactBenchmarks(BenchRegistry& registry, const BenchContext&) {
+static void AddContactBenchmarks(BenchRegistry& registry, const BenchContext&) {
     const struct {
         const char* name;
         quint8 kind;
@@ -25,3 +25,5 @@ void AddContactBenchmarks(BenchRegistry& registry, const BenchContext&) {
                       QStringLiteral(" ORDER BY CoName")});
     }
 }
+
+static const BenchSet contactsSet("contacts", AddContactBenchmarks);

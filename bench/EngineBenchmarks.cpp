@@ -47,7 +47,7 @@ BenchContext ReadBenchContext(const QString& dbPath) {
     return c;
 }
 
-void AddEngineBenchmarks(BenchRegistry& registry, const BenchContext& context) {
+static void AddEngineBenchmarks(BenchRegistry& registry, const BenchContext& context) {
     const QString path = context.dbPath;
 
     const QString allItems = QStringLiteral("SELECT * FROM tblStockItems");
@@ -96,3 +96,5 @@ void AddEngineBenchmarks(BenchRegistry& registry, const BenchContext& context) {
         },
         lookups);
 }
+
+static const BenchSet engineSet("engine", AddEngineBenchmarks);

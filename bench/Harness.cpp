@@ -2,6 +2,7 @@
 
 #include <QElapsedTimer>
 #include <QFile>
+#include <QPair>
 #include <algorithm>
 #include <sqlite3.h>
 #include <stdexcept>
@@ -124,4 +125,23 @@ QList<BenchResult> RunBenchmarks(const BenchRegistry& registry, const QString& d
         }
     }
     return results;
+}
+
+namespace {
+QList<QPair<QString, BenchSetFunction>>& benchSets() {
+    static QList<QPair<QString, BenchSetFunction>> sets;
+    return sets;
+}
+} // namespace
+
+BenchSet::BenchSet(const char* name, BenchSetFunction add) {
+    benchSets().append({QString::fromLatin1(name), add});
+}
+
+void AddRegisteredBenchmarks(BenchRegistry& registry, const BenchContext& context) {
+    QList<QPair<QString, BenchSetFunction>> sets = benchSets();
+    std::stable_sort(sets.begin(), sets.end(),
+                     [](const auto& a, const auto& b) { return a.first < b.first; });
+    for (const auto& set : sets)
+        set.second(registry, context);
 }

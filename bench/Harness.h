@@ -59,5 +59,16 @@ qint64 RunBareStatements(const QString& dbPath, const QStringList& sql);
 // The median of the values (the mean of the middle two for an even count).
 double Median(QList<double> values);
 
+struct BenchContext;
+// A set of benchmarks registers itself from its own file with one static BenchSet, so that adding
+// a set touches no other file: `static const BenchSet purchasing("purchasing", AddPurchasing);`.
+// Sets run in the order of their names.
+using BenchSetFunction = void (*)(BenchRegistry& registry, const BenchContext& context);
+struct BenchSet {
+    BenchSet(const char* name, BenchSetFunction add);
+};
+// Every registered set adds its benchmarks to the registry.
+void AddRegisteredBenchmarks(BenchRegistry& registry, const BenchContext& context);
+
 // A place for results a benchmark computes, so that the work cannot be optimised away.
 void Consume(qint64 value);

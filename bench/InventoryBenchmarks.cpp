@@ -38,7 +38,7 @@ void addView(BenchRegistry& registry, const QString& name, const UBItemRequest& 
 }
 } // namespace
 
-void AddInventoryBenchmarks(BenchRegistry& registry, const BenchContext& context) {
+static void AddInventoryBenchmarks(BenchRegistry& registry, const BenchContext& context) {
     UBItemRequest all;
     all.mode = UBMode::AllItems;
     addView(registry, QStringLiteral("inventory.list.all"), all);
@@ -212,3 +212,5 @@ void AddInventoryBenchmarks(BenchRegistry& registry, const BenchContext& context
         },
         onOrderActions);
 }
+
+static const BenchSet inventorySet("inventory", AddInventoryBenchmarks);

@@ -139,9 +139,7 @@ int main(int argc, char** argv) {
 
         const BenchContext context = ReadBenchContext(gDbPath);
         BenchRegistry registry;
-        AddEngineBenchmarks(registry, context);
-        AddInventoryBenchmarks(registry, context);
-        AddContactBenchmarks(registry, context);
+        AddRegisteredBenchmarks(registry, context);
         RunBenchmarks(registry, gDbPath, filter, runs, out);
     } catch (const DbError& e) {
         err << "qstk3-bench: engine error " << e.Number() << ": " << e.Description() << "\n";

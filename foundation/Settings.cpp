@@ -47,3 +47,23 @@ void GetDefault(const QString& paraName, QString& value1, QString& value2) {
         // A missing or unreadable store leaves the caller's defaults in place.
     }
 }
+
+SharedSettingsScope::SharedSettingsScope() : mSavedPcName(gPcName) {
+    gPcName = QString::fromLatin1(kGlobalAllPc);
+}
+
+SharedSettingsScope::~SharedSettingsScope() {
+    gPcName = mSavedPcName;
+}
+
+QString ReadSharedLogoPath() {
+    QString first = QStringLiteral("0");
+    QString second;
+    {
+        SharedSettingsScope shared;
+        GetDefault(QStringLiteral("Image_1"), first, second);
+    }
+    if (first == QLatin1String("0"))
+        first.clear();
+    return first + second;
+}

@@ -5,6 +5,7 @@
 
 #include <QFile>
 #include <QTest>
+#include <stdexcept>
 
 namespace {
 
@@ -92,6 +93,32 @@ private slots:
         QCOMPARE(logo, QStringLiteral("/logo.png"));
         QCOMPARE(Stored().size(), 2);
         QCOMPARE(Stored()[0].pc, QStringLiteral("GLOBAL_ALL_PC"));
+    }
+
+    void sharedLogoPathJoinsBothValuesAndRestoresTheName() {
+        TestData data;
+        const QString mine = gPcName;
+        QCOMPARE(ReadSharedLogoPath(), QString()); // no setting
+        {
+            SharedSettingsScope shared;
+            QCOMPARE(gPcName, QStringLiteral("GLOBAL_ALL_PC"));
+            SaveDefault(QStringLiteral("Image_1"), QStringLiteral("/very/long"),
+                        QStringLiteral("/tail.png"));
+        }
+        QCOMPARE(gPcName, mine);
+        QCOMPARE(ReadSharedLogoPath(), QStringLiteral("/very/long/tail.png"));
+        QCOMPARE(gPcName, mine);
+        {
+            SharedSettingsScope shared;
+            SaveDefault(QStringLiteral("Image_1"), QStringLiteral("0"), QStringLiteral("/x.png"));
+        }
+        QCOMPARE(ReadSharedLogoPath(), QStringLiteral("/x.png")); // a first value "0" is empty
+        try {
+            SharedSettingsScope shared;
+            throw std::runtime_error("failed save");
+        } catch (const std::runtime_error&) {
+        }
+        QCOMPARE(gPcName, mine);
     }
 
     void unreadableStoreLeavesTheCallersValues() {
