@@ -6,35 +6,28 @@
 #include "inventory/Links.h"
 #include "inventory/UsedIn.h"
 
-#include <algorithm>
-
 namespace {
-// The first value of a query, or 0 when it has no row.
-qint32 firstId(const QString& dbPath, const QString& sql) {
+// The first column of a query's rows.
+QList<qint32> ids(const QString& dbPath, const QString& sql) {
+    QList<qint32> out;
     Database db = DBEngine::OpenDatabase(dbPath);
-    Recordset rs = db.OpenRecordset(sql);
-    return rs.Eof() ? 0 : qint32(rs.Fields(0).Long());
-}
-
-// Items spread evenly over the file.
-QList<qint32> spread(qint64 items, int count) {
-    QList<qint32> ids;
-    const qint64 n = std::max<qint64>(items, 1);
-    for (int i = 0; i < count; ++i)
-        ids << qint32(1 + (qint64(i) * n) / count);
-    return ids;
+    for (Recordset rs = db.OpenRecordset(sql); !rs.Eof(); rs.MoveNext())
+        out << qint32(rs.Fields(0).Long());
+    return out;
 }
 } // namespace
 
 static void AddLinksBenchmarks(BenchRegistry& registry, const BenchContext& context) {
     // The component used in most assemblies, and the item with most links of its own.
     const qint32 busiestPart =
-        firstId(context.dbPath, QStringLiteral("SELECT ChildID FROM tblUsedIn GROUP BY ChildID "
-                                               "ORDER BY count(*) DESC, ChildID LIMIT 1"));
+        ids(context.dbPath, QStringLiteral("SELECT ChildID FROM tblUsedIn GROUP BY ChildID "
+                                           "ORDER BY count(*) DESC, ChildID LIMIT 1"))
+            .value(0);
     const qint32 mostLinked =
-        firstId(context.dbPath,
-                QStringLiteral("SELECT LinkStockID FROM tblHyperLinks WHERE LinkStockID <> 0 "
-                               "GROUP BY LinkStockID ORDER BY count(*) DESC, LinkStockID LIMIT 1"));
+        ids(context.dbPath,
+            QStringLiteral("SELECT LinkStockID FROM tblHyperLinks WHERE LinkStockID <> 0 "
+                           "GROUP BY LinkStockID ORDER BY count(*) DESC, LinkStockID LIMIT 1"))
+            .value(0);
 
     registry.add(QStringLiteral("links.usedin.busiest"),
                  [busiestPart] { Consume(LoadUsedIn(busiestPart).rows.size()); },
@@ -45,31 +38,34 @@ static void AddLinksBenchmarks(BenchRegistry& registry, const BenchContext& cont
     registry.add(QStringLiteral("links.common"), [] { Consume(LoadLinks(0).names.size()); },
                  {LinksStatement(0)});
 
-    // Opening the tabs of items one after another.
-    const QList<qint32> ids = spread(context.items, 200);
-    QList<QStringList> usedInActions, linkActions;
-    for (qint32 id : ids) {
-        usedInActions << QStringList{UsedInStatement(id)};
-        linkActions << QStringList{LinksStatement(id)};
-    }
-    registry.addActions(
+    // Opening the tab of one item after another: 200 items scattered over the file that have
+    // rows to show, each load an action of its own.
+    const auto opening = [&registry](const QString& name, const QList<qint32>& items,
+                                     qint64 (*load)(qint32), QString (*statement)(qint32)) {
+        QList<QStringList> actions;
+        for (qint32 id : items)
+            actions << QStringList{statement(id)};
+        registry.addActions(
+            name,
+            [items, load] {
+                qint64 rows = 0;
+                for (qint32 id : items)
+                    rows += load(id);
+                Consume(rows);
+            },
+            actions);
+    };
+    opening(
         QStringLiteral("links.usedin.item.x200"),
-        [ids] {
-            qint64 rows = 0;
-            for (qint32 id : ids)
-                rows += LoadUsedIn(id).rows.size();
-            Consume(rows);
-        },
-        usedInActions);
-    registry.addActions(
+        ids(context.dbPath, QStringLiteral("SELECT DISTINCT ChildID FROM tblUsedIn "
+                                           "ORDER BY (ChildID * 7919) % 100003 LIMIT 200")),
+        [](qint32 id) { return qint64(LoadUsedIn(id).rows.size()); }, UsedInStatement);
+    opening(
         QStringLiteral("links.item.x200"),
-        [ids] {
-            qint64 rows = 0;
-            for (qint32 id : ids)
-                rows += LoadLinks(id).names.size();
-            Consume(rows);
-        },
-        linkActions);
+        ids(context.dbPath,
+            QStringLiteral("SELECT DISTINCT LinkStockID FROM tblHyperLinks WHERE LinkStockID "
+                           "<> 0 ORDER BY (LinkStockID * 7919) % 100003 LIMIT 200")),
+        [](qint32 id) { return qint64(LoadLinks(id).names.size()); }, LinksStatement);
 }
 
 static const BenchSet linksSet("links", AddLinksBenchmarks);

@@ -20,13 +20,6 @@
 
 namespace {
 
-QStringList readLines(const QString& path) {
-    QFile f(path);
-    if (!f.open(QIODevice::ReadOnly))
-        return {};
-    return QString::fromLocal8Bit(f.readAll()).split(QStringLiteral("\r\n"));
-}
-
 QStringList texts(const QListWidget* list) {
     QStringList out;
     for (int i = 0; i < list->count(); ++i)
@@ -96,7 +89,9 @@ private slots:
             w.buttons_ButtonClick(5);
             QCOMPARE(boxes.shown().last().title, QStringLiteral("Saved"));
         }
-        const QStringList lines = readLines(csv);
+        QFile file(csv);
+        QVERIFY(file.open(QIODevice::ReadOnly));
+        const QStringList lines = QString::fromLocal8Bit(file.readAll()).split("\r\n");
         QCOMPARE(lines.value(0),
                  QStringLiteral("QtyPer,MasterPNo,ItemName,Description,Ref/Position,"));
         QCOMPARE(lines.mid(2, 2),
