@@ -146,13 +146,13 @@ private slots:
         QCOMPARE(texts(addresses), QStringList({"/docs/c300.pdf", "https://example.com/c300"}));
 
         // Two files dropped on the list, after the question.
-        const QString pdf = data.path(QStringLiteral("spec sheet.pdf"));
+        const QString pdf = data.path(QStringLiteral("wiring sheet.pdf"));
         const QString drawing = data.path(QStringLiteral("outline.dxf"));
         boxes.answer(vbYes);
         dropFiles(names, {pdf, drawing});
         QCOMPARE(boxes.shown().last().title, QStringLiteral("More than one file"));
         QCOMPARE(texts(names),
-                 QStringList({"Data sheet", "Maker page", "spec sheet.pdf", "outline.dxf"}));
+                 QStringList({"Data sheet", "Maker page", "wiring sheet.pdf", "outline.dxf"}));
         QCOMPARE(texts(addresses).mid(2), QStringList({pdf, drawing}));
 
         // A double click opens the hidden address of its row; the missing file says nothing.
@@ -165,14 +165,14 @@ private slots:
 
         // Rename the dropped file, then remove the two ticked entries in turn.
         tick(names, 2);
-        boxes.answerInput(QStringLiteral("Specification"));
+        boxes.answerInput(QStringLiteral("Wiring guide"));
         links->findChild<QPushButton*>(QStringLiteral("cmdEditDetailLink"))->click();
-        QCOMPARE(texts(names).value(2), QStringLiteral("Specification"));
+        QCOMPARE(texts(names).value(2), QStringLiteral("Wiring guide"));
         QCOMPARE(names->item(2)->checkState(), Qt::Unchecked); // the lists were rebuilt
         tick(names, 0);
         tick(names, 3);
         links->findChild<QPushButton*>(QStringLiteral("cmdRemoveDetailLink"))->click();
-        QCOMPARE(texts(names), QStringList({"Maker page", "Specification"}));
+        QCOMPARE(texts(names), QStringList({"Maker page", "Wiring guide"}));
         QCOMPARE(texts(addresses), QStringList({"https://example.com/c300", pdf}));
         QVERIFY(boxes.allAnswersUsed());
         // The other item's link was never touched.
