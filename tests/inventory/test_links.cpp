@@ -183,7 +183,7 @@ private slots:
 
     void droppedFilesAreNamedByTheirFiles() {
         TestData data;
-        QCOMPARE(LinkNameOfPath(QStringLiteral("C:\\Docs\\Specs\\r10k.pdf")),
+        QCOMPARE(LinkNameOfPath(QStringLiteral("C:\\Docs\\Sheets\\r10k.pdf")),
                  QStringLiteral("r10k.pdf"));
         QCOMPARE(LinkNameOfPath(QStringLiteral("/home/ann/Drawings")), QStringLiteral("Drawings"));
         QCOMPARE(LinkNameOfPath(QStringLiteral("D:plan.dwg")), QStringLiteral("plan.dwg"));
