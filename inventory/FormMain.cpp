@@ -10,10 +10,12 @@
 #include "grids/GridEXSource.h"
 #include "grids/frmPrintDialog.h"
 #include "inventory/ItemHistoryPanel.h"
+#include "inventory/LinksPanel.h"
 #include "inventory/frmBubbleMenu1.h"
 #include "inventory/frmCommentInfo.h"
 #include "inventory/frmInvAdjustments.h"
 #include "inventory/frmStockQtyInfo.h"
+#include "inventory/frmUsedIn.h"
 #include "maintenance/frmDBUtils.h"
 
 #include <QAction>
@@ -229,7 +231,7 @@ FormMain::FormMain(QWidget* parent) : QMainWindow(parent) {
     connect(frmContacts, &::frmContacts::HelpTip, this, &FormMain::SetHelpTip);
     BuildItemDetailPanels();
     frmViewCustOrders = makePanel("frmViewCustOrders", Frame1);
-    frmGlobalLinks = makePanel("frmGlobalLinks", Frame1);
+    frmGlobalLinks = GlobalLinksPanel = new ::frmGlobalLinks(Frame1);
     for (QFrame* p : {static_cast<QFrame*>(frmContacts), static_cast<QFrame*>(frmItemDetail),
                       frmViewCustOrders, frmGlobalLinks})
         p->setAutoFillBackground(true);
@@ -373,6 +375,10 @@ void FormMain::BuildItemDetailPanels() {
     frmItemDetail->ReplaceSubPanel(4, HistoryPanel);
     AdjustmentsPanel = new ::frmInvAdjustments(frmItemDetail);
     frmItemDetail->ReplaceSubPanel(5, AdjustmentsPanel);
+    UsedInPanel = new ::frmUsedIn(frmItemDetail);
+    frmItemDetail->ReplaceSubPanel(2, UsedInPanel);
+    DetailLinksPanel = new ::frmDetailLinks(frmItemDetail);
+    frmItemDetail->ReplaceSubPanel(6, DetailLinksPanel);
 
     connect(frmItemDetail, &::frmItemDetail::ItemNotFound, this,
             [this] { TabStrip2->setCurrentIndex(0); });
@@ -415,13 +421,14 @@ void FormMain::BuildItemDetailPanels() {
 }
 
 void FormMain::ItemDetailSubPanelShown(int index) {
+    mCurrentGrid = 0; // a tab without a grid leaves print and export nothing to work on
     switch (index) {
     case 1:
         mCurrentGrid = 3; // gdxSupp
         break;
     case 2:
         mCurrentGrid = 4;
-        ShowPartsList(gCurrentItemID);
+        UsedInPanel->LoadUsedIn(gCurrentItemID);
         break;
     case 3:
         mCurrentGrid = 5;
@@ -438,6 +445,9 @@ void FormMain::ItemDetailSubPanelShown(int index) {
                                itemRow ? UBCell(record, QStringLiteral("Qty")) : QString());
         break;
     }
+    case 6:
+        DetailLinksPanel->LoadLinks(gCurrentItemID);
+        break;
     default:
         break;
     }
@@ -455,10 +465,12 @@ GridEX* FormMain::CurrentGrid() const {
         return frmContacts->gdxContact1;
     case 3:
         return frmItemDetail->gdxSupp;
+    case 4:
+        return UsedInPanel->gdxUsedIn;
     case 6:
         return HistoryPanel->gdxItemHistory;
     default:
-        return nullptr; // 4 and 5: those panels hold no grid yet
+        return nullptr; // 5: that panel holds no grid yet
     }
 }
 
@@ -934,7 +946,20 @@ void FormMain::ShowContactList(const QString& key) {
     mCurrentGrid = 2;
 }
 void FormMain::OpenReporterMenu(int) {}
-void FormMain::ShowGlobalLinks() {}
+void FormMain::ShowGlobalLinks() {
+    // Over whatever the content area shows; Close gives that back with its print and export.
+    if (GlobalLinksPanel->isHidden()) {
+        const int underneath = mCurrentGrid;
+        disconnect(GlobalLinksPanel, &::frmGlobalLinks::Closed, this, nullptr);
+        connect(GlobalLinksPanel, &::frmGlobalLinks::Closed, this,
+                [this, underneath] { mCurrentGrid = underneath; });
+    }
+    mCurrentGrid = 0;
+    Frame1->show();
+    GlobalLinksPanel->LoadGlobalLinks();
+    GlobalLinksPanel->show();
+    GlobalLinksPanel->raise();
+}
 void FormMain::ShowItemDetail(qint32 itemID) {
     if (frmItemDetail->ShowItemDetail(itemID))
         frmItemDetail->raise();

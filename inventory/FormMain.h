@@ -25,7 +25,10 @@ class QToolBox;
 class QToolButton;
 class frmBubbleMenu1;
 class frmCommentInfo;
+class frmDetailLinks;
+class frmGlobalLinks;
 class frmInvAdjustments;
+class frmUsedIn;
 class ItemHistoryPanel;
 
 class FormMain : public QMainWindow {
@@ -81,6 +84,9 @@ public:
     ::frmItemDetail* frmItemDetail = nullptr;
     ItemHistoryPanel* HistoryPanel = nullptr;        // objectName frmHistory, in frmItemDetail
     ::frmInvAdjustments* AdjustmentsPanel = nullptr; // objectName frmInvAdjustments
+    ::frmUsedIn* UsedInPanel = nullptr;              // objectName frmUsedIn, in frmItemDetail
+    ::frmDetailLinks* DetailLinksPanel = nullptr;    // objectName frmDetailLinks
+    ::frmGlobalLinks* GlobalLinksPanel = nullptr;    // frmGlobalLinks below, as its own class
     QFrame* frmViewCustOrders = nullptr;
     QFrame* frmGlobalLinks = nullptr;
     QGroupBox* frmUnboundView = nullptr; // its title is the caption of the list

@@ -786,7 +786,8 @@ GenDataScale ScaleFor(int items) {
     s.historyRows = part(1000000, 10);
     s.customerOrders = part(30000, 1);
     s.basketRows = part(1000, 1);
-    s.links = part(400, 1);
+    s.links = part(20000, 1);
+    s.usedInRows = part(50000, 1);
     return s;
 }
 

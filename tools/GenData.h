@@ -3,8 +3,8 @@
 //
 // Every count follows from the number of items, in the proportions of the reference scale
 // (100,000 items, 500 suppliers, 2,000 customers, 20,000 purchase orders with 100,000 rows,
-// 1,000,000 history rows, 30,000 customer orders). The same items, seed and anchor date always
-// give the same rows.
+// 1,000,000 history rows, 30,000 customer orders, 20,000 document links, 50,000 parts-list rows).
+// The same items, seed and anchor date always give the same rows.
 #pragma once
 
 #include <QDate>
@@ -34,6 +34,7 @@ struct GenDataScale {
     int customerOrders = 0;
     int basketRows = 0;
     int links = 0;
+    int usedInRows = 0; // parts-list rows: components of the assemblies
 };
 GenDataScale ScaleFor(int items);
 
@@ -55,6 +56,7 @@ struct GenDataCounts {
     qint64 invoiceRows = 0;
     qint64 historyRows = 0;
     qint64 links = 0;
+    qint64 usedInRows = 0;
 };
 
 // Makes the three data files in `folder` (refusing when any exists) and fills dbqst.dqx.

@@ -283,10 +283,18 @@ void Generator::write(Database& db, GenDataCounts& counts) {
         BulkInsert ins(db, QStringLiteral("tblHyperLinks"),
                        {QStringLiteral("LinkStockID"), QStringLiteral("LinkAddress"),
                         QStringLiteral("LinkName")});
+        // The common links of the business: documents and sites everyone uses.
+        static const char* const kCommon[][2] = {
+            {"Terms and conditions", "https://www.example.com/terms-"},
+            {"Price list", "\\\\fileserver\\office\\pricelist-"},
+            {"Carriage rates", "https://www.example.com/carriage-"},
+            {"Quality manual", "\\\\fileserver\\office\\quality-manual-"},
+            {"Supplier catalogue", "https://www.example.com/catalogue-"},
+            {"Returns form", "\\\\fileserver\\office\\returns-form-"}};
         for (int k = 0; k < mScale.links; ++k) {
             if (r.chance(10)) {
-                ins.add({0, QStringLiteral("https://www.example.com/terms-") + r.digits(3),
-                         QStringLiteral("Terms and conditions")});
+                const auto& c = kCommon[r.below(6)];
+                ins.add({0, QLatin1String(c[1]) + r.digits(3), QLatin1String(c[0])});
                 continue;
             }
             const int id = r.range(1, mScale.items);
@@ -302,6 +310,29 @@ void Generator::write(Database& db, GenDataCounts& counts) {
         }
         ins.finish();
         counts.links = ins.total();
+    }
+    {
+        // Parts lists: components on the assemblies' boards. A fifth of the rows use a small
+        // pool of common parts, so that some components are used in many assemblies.
+        Rng r = rng(SUsedIn);
+        std::vector<int> assemblies, parts;
+        for (int i = 0; i < int(mItems.size()); ++i)
+            (mItems[size_t(i)].assy ? assemblies : parts).push_back(i + 1);
+        BulkInsert ins(db, QStringLiteral("tblUsedIn"),
+                       {QStringLiteral("ParentID"), QStringLiteral("ChildID"),
+                        QStringLiteral("QtyPer"), QStringLiteral("BoardPos")});
+        const int common = std::min<int>(100, int(parts.size()));
+        static const double kQtyPer[] = {1, 1, 1, 1, 2, 2, 4, 0.5, 10};
+        for (int k = 0; k < mScale.usedInRows && !assemblies.empty() && !parts.empty(); ++k) {
+            const int parent = assemblies[size_t(r.below(int(assemblies.size())))];
+            const int child = r.chance(20) ? parts[size_t(r.below(common))]
+                                           : parts[size_t(r.below(int(parts.size())))];
+            const QString& pno = mItems[size_t(child - 1)].pno;
+            const QString pos = pno.isEmpty() ? QStringLiteral("X") : pno.left(1);
+            ins.add({parent, child, kQtyPer[r.below(9)], pos + QString::number(r.range(1, 120))});
+        }
+        ins.finish();
+        counts.usedInRows = ins.total();
     }
 
     db.Execute(QStringLiteral("INSERT INTO tblHome (CoName, Add1, Add2, Add3, Add4, Add5, Add6, "

@@ -86,6 +86,8 @@ private slots:
         QCOMPARE(ref.purchaseOrderRows, 100000);
         QCOMPARE(ref.historyRows, 1000000);
         QCOMPARE(ref.customerOrders, 30000);
+        QCOMPARE(ref.links, 20000);
+        QCOMPARE(ref.usedInRows, 50000);
 
         QTemporaryDir small, large;
         GenDataCounts cs, cl;
@@ -105,6 +107,8 @@ private slots:
             QCOMPARE(scalar(db, "SELECT count(*) FROM tblSupAddresses"), qint64(s.suppliers + 2));
             QCOMPARE(scalar(db, "SELECT count(*) FROM tblDespatch"), counts->invoices);
             QCOMPARE(scalar(db, "SELECT count(*) FROM tblItemSupplier"), counts->itemSuppliers);
+            QCOMPARE(scalar(db, "SELECT count(*) FROM tblHyperLinks"), qint64(s.links));
+            QCOMPARE(scalar(db, "SELECT count(*) FROM tblUsedIn"), qint64(s.usedInRows));
             // Most orders are invoiced; some in two parts.
             QVERIFY(counts->invoices > s.customerOrders / 2);
             QVERIFY(scalar(db, "SELECT count(*) FROM tblDespatch WHERE DespSeqNo = 2") > 0);
@@ -207,6 +211,12 @@ private slots:
         QCOMPARE(scalar(db, "SELECT count(*) FROM tblPODetail WHERE date(POSchedDate) IS NOT "
                             "POSchedDate"),
                  0);
+
+        // Parts lists: assemblies made of parts that are not assemblies themselves.
+        QCOMPARE(scalar(db, "SELECT count(*) FROM tblUsedIn u JOIN tblStockItems p "
+                            "ON p.ItemID = u.ParentID JOIN tblStockItems c ON c.ItemID = u.ChildID "
+                            "WHERE p.Category = 'AS' AND c.Category <> 'AS' AND u.QtyPer > 0"),
+                 scalar(db, "SELECT count(*) FROM tblUsedIn"));
 
         // Addresses and settings.
         QCOMPARE(scalar(db, "SELECT count(*) FROM tblSupAddresses WHERE AddID = 0 "

@@ -1,0 +1,48 @@
+#include "inventory/frmUsedIn.h"
+
+#include "grids/ColumnState.h"
+#include "grids/GridEX.h"
+
+#include <QVBoxLayout>
+
+frmUsedIn::frmUsedIn(QWidget* parent) : QFrame(parent) {
+    setObjectName(QStringLiteral("frmUsedIn"));
+    gdxUsedIn = new GridEX(QStringLiteral("gdxUsedIn"), this);
+    gdxUsedIn->SetAllowEdit(false);
+    gdxUsedIn->SetAllowAddNew(false);
+    gdxUsedIn->SetAllowDelete(false);
+    gdxUsedIn->SetAlternatingRowColors(true);
+    gdxUsedIn->SetGroupByBoxVisible(false);
+    gdxUsedIn->SetCellReader([this](int record, int column) -> QVariant {
+        if (record < 1 || record > mData.rows.size())
+            return QVariant();
+        return mData.rows[record - 1].value(column - 1);
+    });
+    auto* lay = new QVBoxLayout(this);
+    lay->setContentsMargins(0, 0, 0, 0);
+    lay->addWidget(gdxUsedIn);
+}
+
+void frmUsedIn::DefineColumns() {
+    GridColumns& cols = gdxUsedIn->Columns();
+    cols.Clear();
+    for (const QString& key : mData.keys) {
+        GridColumn& c = cols.Add(key, UsedInCaption(key));
+        // Widths a new workstation starts from, until the user drags a border.
+        if (key == QLatin1String("QtyPer"))
+            c.SetWidth(900).SetAlignment(Qt::AlignRight | Qt::AlignVCenter);
+        else if (key == QLatin1String("ItemDescription"))
+            c.SetWidth(3600);
+        else if (key == QLatin1String("MasterPNo") || key == QLatin1String("ItemName"))
+            c.SetWidth(1800);
+        else
+            c.SetWidth(1500);
+    }
+}
+
+void frmUsedIn::LoadUsedIn(qint32 itemId) {
+    gdxUsedIn->SetItemCount(0);
+    mData = ::LoadUsedIn(itemId);
+    DefineColumns();
+    ReloadGrid(*gdxUsedIn, int(mData.rows.size()));
+}

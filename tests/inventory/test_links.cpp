@@ -1,0 +1,267 @@
+// Where-used and document links, without windows: the rows each load gives, what every change
+// writes, the questions asked on the way, and the refusals without the links right.
+#include "foundation/DbEngine.h"
+#include "foundation/Globals.h"
+#include "inventory/Links.h"
+#include "inventory/UsedIn.h"
+#include "tests/support/TestSupport.h"
+
+#include <QTest>
+
+namespace {
+
+// Every link as "owner|address|name", in stored order.
+QStringList allLinks() {
+    Database db = DBEngine::OpenDatabase(gDbPath);
+    Recordset rs = db.OpenRecordset(QStringLiteral("SELECT * FROM tblHyperLinks ORDER BY rowid"));
+    QStringList out;
+    for (; !rs.Eof(); rs.MoveNext())
+        out << rs.Fields(QStringLiteral("LinkStockID")).Text() + QLatin1Char('|') +
+                   rs.Fields(QStringLiteral("LinkAddress")).Text() + QLatin1Char('|') +
+                   rs.Fields(QStringLiteral("LinkName")).Text();
+    return out;
+}
+
+void link(int owner, const QString& address, const QString& name) {
+    Database db = DBEngine::OpenDatabase(gDbPath);
+    db.Execute(QStringLiteral("INSERT INTO tblHyperLinks VALUES (?, ?, ?)"),
+               {owner, address, name});
+}
+
+const QString kAddPrompt =
+    QStringLiteral("The file or address is shown below. If you want you can replace it with a "
+                   "more meaningfull description before accepting it");
+const QString kNoDescription =
+    QStringLiteral("All links require a description. If no description is given then the actual "
+                   "link/address will be displayed");
+
+// Clears a right for a scope.
+struct WithoutLinksRight {
+    WithoutLinksRight() { gCanLinks = false; }
+    ~WithoutLinksRight() { gCanLinks = true; }
+};
+
+} // namespace
+
+class TestLinks : public QObject {
+    Q_OBJECT
+private slots:
+    void initTestCase() { UseTestLocale(); }
+    void init() { gCanLinks = true; }
+
+    void usedInListsTheAssembliesOfAnItem() {
+        TestData data;
+        ExecSql("INSERT INTO tblStockItems (ItemID, MasterPNo, ItemName, ItemDescription, "
+                "Category) VALUES (1, 'R-10K', '10k', 'Resistor', 'RES')");
+        ExecSql("INSERT INTO tblStockItems (ItemID, MasterPNo, ItemName, ItemDescription, "
+                "Category, Assy) VALUES (2, 'AS-100', 'Issue 3', 'Main board', 'AS', -1)");
+        ExecSql("INSERT INTO tblStockItems (ItemID, MasterPNo, ItemName, ItemDescription, "
+                "Category, Assy) VALUES (3, 'AS-200', NULL, 'Power unit', 'AS', -1)");
+        ExecSql("INSERT INTO tblUsedIn VALUES (2, 1, 4, 'R1,R2,R5,R9')");
+        ExecSql("INSERT INTO tblUsedIn VALUES (3, 1, 0.5, NULL)");
+        // A parts list whose assembly was deleted by other means, and one of another component.
+        ExecSql("INSERT INTO tblUsedIn VALUES (99, 1, 7, 'gone')");
+        ExecSql("INSERT INTO tblUsedIn VALUES (2, 3, 1, 'PSU')");
+
+        const UsedInData d = LoadUsedIn(1);
+        QCOMPARE(d.keys,
+                 QStringList({"QtyPer", "MasterPNo", "ItemName", "ItemDescription", "BoardPos"}));
+        QStringList captions;
+        for (const QString& k : d.keys)
+            captions << UsedInCaption(k);
+        QCOMPARE(captions,
+                 QStringList({"QtyPer", "MasterPNo", "ItemName", "Description", "Ref/Position"}));
+        QCOMPARE(d.rows.size(), 2);
+        QCOMPARE(d.rows[0], QStringList({"4", "AS-100", "Issue 3", "Main board", "R1,R2,R5,R9"}));
+        QCOMPARE(d.rows[1], QStringList({"0.5", "AS-200", "", "Power unit", ""}));
+
+        // The quantity is a plain number in the locale's own writing.
+        {
+            LocaleScope german(QLocale(QLocale::German, QLocale::Germany));
+            QCOMPARE(LoadUsedIn(1).rows[1][0], QStringLiteral("0,5"));
+        }
+        // A component used nowhere, and an assembly (used in none itself).
+        QCOMPARE(LoadUsedIn(2).rows.size(), 0);
+        QCOMPARE(LoadUsedIn(2).keys.size(), 5);
+    }
+
+    void loadsKeepTheirOwnersAndOrder() {
+        TestData data;
+        link(5, "c:\\docs\\zeta.pdf", "Zeta sheet");
+        link(0, "https://example.com/terms", "Terms");
+        link(5, "c:\\docs\\alpha.pdf", "Alpha sheet");
+        link(6, "c:\\docs\\other.pdf", "Other item");
+        link(0, "\\\\server\\prices.xls", "Price list");
+        link(0, "https://example.com/about", "about us");
+
+        const LinkList item = LoadLinks(5);
+        QCOMPARE(item.names, QStringList({"Zeta sheet", "Alpha sheet"}));
+        QCOMPARE(item.addresses, QStringList({"c:\\docs\\zeta.pdf", "c:\\docs\\alpha.pdf"}));
+        const LinkList common = LoadLinks(0);
+        QCOMPARE(common.names, QStringList({"about us", "Price list", "Terms"}));
+        QCOMPARE(common.addresses,
+                 QStringList({"https://example.com/about", "\\\\server\\prices.xls",
+                              "https://example.com/terms"}));
+        QCOMPARE(LoadLinks(7).names.size(), 0);
+    }
+
+    void addAsksForADescription() {
+        TestData data;
+        ScriptedBoxes boxes;
+        boxes.answerInput(QStringLiteral("Data sheet"));
+        QVERIFY(AddLink(5, QStringLiteral("/srv/docs/r10k.pdf")));
+        QCOMPARE(boxes.shown().size(), 1);
+        QCOMPARE(boxes.shown()[0].kind, ShownBox::Input);
+        QCOMPARE(boxes.shown()[0].title, QStringLiteral("File/Address/URL"));
+        QCOMPARE(boxes.shown()[0].prompt, kAddPrompt);
+
+        // Accepting the proposed text names the link by its address.
+        boxes.answerInput(QStringLiteral("https://example.com"));
+        QVERIFY(AddLink(0, QStringLiteral("https://example.com")));
+        // An empty reply (or a cancelled box) adds nothing.
+        boxes.answerInput(QString());
+        QVERIFY(!AddLink(5, QStringLiteral("/srv/docs/lost.pdf")));
+        boxes.cancelInput();
+        QVERIFY(!AddLink(5, QStringLiteral("/srv/docs/lost.pdf")));
+        // The reply's apostrophe would break the statement: it becomes a back-quote.
+        boxes.answerInput(QStringLiteral("Maker's page"));
+        QVERIFY(AddLink(5, QStringLiteral("https://example.com/maker")));
+        // Nothing typed: told so, and no question.
+        boxes.answer(vbOK);
+        QVERIFY(!AddLink(5, QStringLiteral("  ")));
+        QCOMPARE(boxes.shown().last().kind, ShownBox::Message);
+        QVERIFY(boxes.allAnswersUsed());
+
+        QCOMPARE(allLinks(), QStringList({"5|/srv/docs/r10k.pdf|Data sheet",
+                                          "0|https://example.com|https://example.com",
+                                          "5|https://example.com/maker|Maker`s page"}));
+    }
+
+    void editWithAndWithoutADescription() {
+        TestData data;
+        link(5, "/srv/a.pdf", "Old");
+        link(5, "/srv/b.pdf", "Keep");
+        link(6, "/srv/a.pdf", "Old"); // the same link of another item
+        ScriptedBoxes boxes;
+        boxes.answerInput(QStringLiteral("Fitter's guide"));
+        QVERIFY(EditLinkName(5, QStringLiteral("Old"), QStringLiteral("/srv/a.pdf")));
+        QCOMPARE(boxes.shown()[0].title, QStringLiteral("Edit Link Description"));
+        QCOMPARE(boxes.shown()[0].prompt,
+                 QStringLiteral("This process doesn't change the actual link/target/address. It "
+                                "just allows you to edit or create a more meaningful description"));
+        QCOMPARE(allLinks(), QStringList({"5|/srv/a.pdf|Fitter`s guide", "5|/srv/b.pdf|Keep",
+                                          "6|/srv/a.pdf|Old"}));
+
+        // An empty reply is told that the address stands for the name; a cancel counts as empty.
+        boxes.clear();
+        boxes.answerInput(QString());
+        boxes.answer(vbOK);
+        QVERIFY(EditLinkName(5, QStringLiteral("Keep"), QStringLiteral("/srv/b.pdf")));
+        QCOMPARE(boxes.shown().size(), 2);
+        QCOMPARE(boxes.shown()[1].prompt, kNoDescription);
+        QCOMPARE(boxes.shown()[1].title, QStringLiteral("Link Description"));
+        boxes.cancelInput();
+        boxes.answer(vbOK);
+        QVERIFY(EditLinkName(6, QStringLiteral("OLD"), QStringLiteral("/SRV/A.PDF")));
+        QCOMPARE(allLinks(), QStringList({"5|/srv/a.pdf|Fitter`s guide", "5|/srv/b.pdf|/srv/b.pdf",
+                                          "6|/srv/a.pdf|/SRV/A.PDF"}));
+        QVERIFY(boxes.allAnswersUsed());
+    }
+
+    void removeTakesEqualLinksTogether() {
+        TestData data;
+        link(5, "/srv/a.pdf", "Sheet");
+        link(5, "/srv/a.pdf", "Sheet");
+        link(5, "/SRV/A.pdf", "SHEET"); // equal but for case
+        link(5, "/srv/a.pdf", "Other name");
+        link(6, "/srv/a.pdf", "Sheet");
+        ScriptedBoxes boxes;
+        QVERIFY(RemoveLink(5, QStringLiteral("Sheet"), QStringLiteral("/srv/a.pdf")));
+        QCOMPARE(boxes.shown().size(), 0);
+        QCOMPARE(allLinks(), QStringList({"5|/srv/a.pdf|Other name", "6|/srv/a.pdf|Sheet"}));
+    }
+
+    void droppedFilesAreNamedByTheirFiles() {
+        TestData data;
+        QCOMPARE(LinkNameOfPath(QStringLiteral("C:\\Docs\\Sheets\\r10k.pdf")),
+                 QStringLiteral("r10k.pdf"));
+        QCOMPARE(LinkNameOfPath(QStringLiteral("/home/ann/Drawings")), QStringLiteral("Drawings"));
+        QCOMPARE(LinkNameOfPath(QStringLiteral("D:plan.dwg")), QStringLiteral("plan.dwg"));
+        QCOMPARE(LinkNameOfPath(QStringLiteral("notes.txt")), QStringLiteral("notes.txt"));
+
+        ScriptedBoxes boxes;
+        const QStringList two = {QStringLiteral("/data/sheets/a.pdf"),
+                                 QStringLiteral("/data/O'Brien/quote.doc")};
+        boxes.answer(vbNo);
+        QCOMPARE(AddDroppedFiles(5, two), 0);
+        QCOMPARE(boxes.shown()[0].prompt,
+                 QStringLiteral("You drag/dropped more than one file. Do you wish to continue?"));
+        QCOMPARE(boxes.shown()[0].title, QStringLiteral("More than one file"));
+        QCOMPARE(boxes.shown()[0].flags & 7, int(vbYesNo));
+        QVERIFY(allLinks().isEmpty());
+
+        boxes.answer(vbYes);
+        QCOMPARE(AddDroppedFiles(5, two), 2);
+        // One file: no question.
+        QCOMPARE(AddDroppedFiles(0, {QStringLiteral("/data/catalogue.pdf")}), 1);
+        QCOMPARE(boxes.shown().size(), 2);
+        QCOMPARE(allLinks(),
+                 QStringList({"5|/data/sheets/a.pdf|a.pdf", "5|/data/O`Brien/quote.doc|quote.doc",
+                              "0|/data/catalogue.pdf|catalogue.pdf"}));
+
+        // An engine failure part way keeps the files written before it.
+        ExecSql("CREATE TRIGGER failB BEFORE INSERT ON tblHyperLinks WHEN NEW.LinkName = 'b.txt' "
+                "BEGIN SELECT RAISE(ABORT, 'locked'); END");
+        boxes.answer(vbYes);
+        QVERIFY_THROWS_EXCEPTION(
+            DbError, AddDroppedFiles(7, {QStringLiteral("/x/a.txt"), QStringLiteral("/x/b.txt"),
+                                         QStringLiteral("/x/c.txt")}));
+        QCOMPARE(LoadLinks(7).names, QStringList({"a.txt"}));
+    }
+
+    void everyChangeIsRefusedWithoutTheRight() {
+        TestData data;
+        link(5, "/srv/a.pdf", "Sheet");
+        const QStringList before = allLinks();
+        WithoutLinksRight refused;
+        ScriptedBoxes boxes;
+        for (int i = 0; i < 4; ++i)
+            boxes.answer(vbOK);
+        QVERIFY(!AddLink(5, QStringLiteral("/srv/new.pdf")));
+        QCOMPARE(AddDroppedFiles(5, {QStringLiteral("/a.pdf"), QStringLiteral("/b.pdf")}), 0);
+        QVERIFY(!EditLinkName(5, QStringLiteral("Sheet"), QStringLiteral("/srv/a.pdf")));
+        QVERIFY(!RemoveLink(5, QStringLiteral("Sheet"), QStringLiteral("/srv/a.pdf")));
+        QCOMPARE(boxes.shown().size(), 4);
+        for (const ShownBox& b : boxes.shown()) {
+            QCOMPARE(b.kind, ShownBox::Message);
+            QCOMPARE(b.prompt, QStringLiteral("You do not have permission to add or make changes "
+                                              "to HyperLinks"));
+            QCOMPARE(b.title, QStringLiteral("Access Restricted"));
+        }
+        QCOMPARE(allLinks(), before);
+        // Loading and opening stay open to everyone.
+        QCOMPARE(LoadLinks(5).names, QStringList({"Sheet"}));
+    }
+
+    void openingHandsTheAddressToTheDesktop() {
+        TestData data;
+        QList<QUrl> opened;
+        const LinkOpener previous = InstallLinkOpener([&opened](const QUrl& url) {
+            opened << url;
+            return false; // the file is missing: the desktop fails
+        });
+        ScriptedBoxes boxes;
+        const QString missing = data.path(QStringLiteral("no such file.pdf"));
+        OpenLink(missing);
+        OpenLink(QStringLiteral("www.example.com/parts"));
+        InstallLinkOpener(previous);
+        QCOMPARE(opened.size(), 2);
+        QCOMPARE(opened[0], QUrl::fromLocalFile(missing));
+        QCOMPARE(opened[1].scheme(), QStringLiteral("http"));
+        QCOMPARE(opened[1].host(), QStringLiteral("www.example.com"));
+        QCOMPARE(boxes.shown().size(), 0);
+    }
+};
+
+QTEST_GUILESS_MAIN(TestLinks)
+#include "test_links.moc"
