@@ -23,6 +23,15 @@ std::optional<InjectedFailure>& injected() {
     return f;
 }
 
+struct InjectedHook {
+    QString fragment;
+    std::function<void()> hook;
+};
+std::optional<InjectedHook>& injectedHook() {
+    static std::optional<InjectedHook> h;
+    return h;
+}
+
 // Val() inside statements, with the same rule as the helper.
 void sqlVal(sqlite3_context* ctx, int, sqlite3_value** argv) {
     switch (sqlite3_value_type(argv[0])) {
@@ -125,9 +134,21 @@ void Database::FailNextStatementContaining(const QString& fragment, int number,
         description.isEmpty() ? QStringLiteral("Operation failed (injected).") : description};
 }
 
+void Database::BeforeNextStatementContaining(const QString& fragment, std::function<void()> hook) {
+    if (fragment.isEmpty() || !hook)
+        injectedHook().reset();
+    else
+        injectedHook() = InjectedHook{fragment, std::move(hook)};
+}
+
 sqlite3_stmt* Database::prepare(const QString& sql, const QVariantList& values) {
     if (!mDb)
         throw DbError(DbErr::Generic, QStringLiteral("Object invalid or no longer set."));
+    if (auto& h = injectedHook(); h && sql.contains(h->fragment, Qt::CaseInsensitive)) {
+        const std::function<void()> hook = std::move(h->hook);
+        h.reset();
+        hook();
+    }
     if (auto& f = injected(); f && sql.contains(f->fragment, Qt::CaseInsensitive)) {
         InjectedFailure copy = *f;
         f.reset();

@@ -7,6 +7,7 @@
 #include <QStringList>
 #include <QVariant>
 #include <QVariantList>
+#include <functional>
 #include <memory>
 #include <stdexcept>
 #include <vector>
@@ -147,6 +148,9 @@ public:
     // Engine seam for tests: the next statement whose text contains `fragment` fails with `error`.
     static void FailNextStatementContaining(const QString& fragment, int number = DbErr::Generic,
                                             const QString& description = {});
+    // Engine seam for tests: `hook` runs once, just before the next statement whose text contains
+    // `fragment` (so that another process can be made to act between two statements).
+    static void BeforeNextStatementContaining(const QString& fragment, std::function<void()> hook);
 
 private:
     friend class DBEngine;

@@ -9,15 +9,17 @@
 
 namespace {
 
-// "CSV (*.csv)|*.csv|All (*.*)|*.*" -> "CSV (*.csv);;All (*.*)"
+// "CSV (*.csv)|*.csv|All (*.*)|*.*" -> "CSV (*.csv);;All (*.*)";
+// "Pictures (*.jpg;*.gif)|*.jpg;*.gif" -> "Pictures (*.jpg *.gif)"
 QString qtFilter(const QString& vbFilter) {
     const QStringList parts = vbFilter.split(QLatin1Char('|'));
     QStringList out;
     for (int i = 0; i + 1 < parts.size(); i += 2) {
         const QString label = parts[i];
         const QString pattern = QString(parts[i + 1]).replace(QLatin1Char(';'), QLatin1Char(' '));
+        // Qt reads the patterns in a label's brackets separated by blanks, not by ";".
         out << (label.contains(QLatin1Char('('))
-                    ? label
+                    ? QString(label).replace(QLatin1Char(';'), QLatin1Char(' '))
                     : label + QStringLiteral(" (") + pattern + QStringLiteral(")"));
     }
     return out.join(QStringLiteral(";;"));

@@ -493,13 +493,17 @@ void FormMain::SetButtonVisible(int index, bool visible) {
     mButtonActions[index]->setVisible(visible);
 }
 
-void FormMain::Form_Load() {
+void FormMain::ShowHomeDetails() {
     const HomeDetails home = LoadHomeDetails();
     txtCoName->setText(home.coName);
     for (int i = 0; i < txtCoAddress.size(); ++i) {
         txtCoAddress[i]->setText(home.addressLines.value(i));
         txtCoAddress[i]->setCursorPosition(0); // a long line shows its beginning
     }
+}
+
+void FormMain::Form_Load() {
+    ShowHomeDetails();
     gPcName = ReadPcName();
     HideContentPanels();
     RefillItemCatList();
@@ -1008,4 +1012,5 @@ void FormMain::OpenAdjustments(int record) {
 void FormMain::OpenUtilities() {
     frmDBUtils utilities(this);
     utilities.exec();
+    ShowHomeDetails(); // the company details may have changed on the Home tab
 }

@@ -37,6 +37,8 @@ public:
     explicit FormMain(QWidget* parent = nullptr);
 
     void Form_Load();
+    // The company fields from tblHome: at load, and again when the utilities window closes.
+    void ShowHomeDetails();
     // Hides every content panel.
     void HideContentPanels();
     void buttons_ButtonClick(int index);

@@ -2,6 +2,8 @@
 
 #include "foundation/MsgBox.h"
 #include "grids/GridEX.h"
+#include "maintenance/CompanyDetailsPanel.h"
+#include "maintenance/StatisticsPanel.h"
 
 #include <QFrame>
 #include <QHBoxLayout>
@@ -25,7 +27,7 @@ frmDBUtils::frmDBUtils(QWidget* parent) : QDialog(parent) {
         const char* frame;
     } tabs[] = {
         {"Home", "fraHome"},           {"Database Maintenance", "fraMaintenance"},
-        {"Restore", "fraRestore"},     {"History", "fraStatistics"},
+        {"Restore", "fraRestore"},     {"Statistics", "fraStatistics"},
         {"Import (csv)", "fraImport"}, {"Users", "fraUsers"},
     };
     for (const auto& t : tabs) {
@@ -37,6 +39,11 @@ frmDBUtils::frmDBUtils(QWidget* parent) : QDialog(parent) {
     }
     lay->addWidget(TabStrip1);
     lay->addWidget(TabPanels, 1);
+
+    Home = new CompanyDetailsPanel(TabFrames[TabHome]);
+    (new QVBoxLayout(TabFrames[TabHome]))->addWidget(Home);
+    Statistics = new StatisticsPanel(TabFrames[TabStatistics]);
+    (new QVBoxLayout(TabFrames[TabStatistics]))->addWidget(Statistics);
 
     // The user tab.
     QFrame* users = TabFrames[TabUsers];
@@ -103,6 +110,8 @@ frmDBUtils::frmDBUtils(QWidget* parent) : QDialog(parent) {
 void frmDBUtils::TabStrip1_Click() {
     const int tab = TabStrip1->currentIndex();
     TabPanels->setCurrentIndex(tab);
+    if (tab == TabStatistics)
+        Statistics->TabSelected();
     if (tab == TabUsers)
         Command5_Click();
 }

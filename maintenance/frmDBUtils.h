@@ -7,7 +7,9 @@
 #include <QDialog>
 #include <QList>
 
+class CompanyDetailsPanel;
 class GridEX;
+class StatisticsPanel;
 class QFrame;
 class QPushButton;
 class QStackedWidget;
@@ -30,6 +32,9 @@ public:
     QStackedWidget* TabPanels;
     // One frame per tab: fraHome, fraMaintenance, fraRestore, fraStatistics, fraImport, fraUsers.
     QList<QFrame*> TabFrames;
+
+    CompanyDetailsPanel* Home; // the Home tab
+    StatisticsPanel* Statistics;
 
     // The user tab
     GridEX* gdxUList;
