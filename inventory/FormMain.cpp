@@ -15,6 +15,7 @@
 #include "inventory/frmInvAdjustments.h"
 #include "inventory/frmStockQtyInfo.h"
 #include "maintenance/frmDBUtils.h"
+#include "reports/frmReporterMenu.h"
 
 #include <QAction>
 #include <QApplication>
@@ -933,7 +934,10 @@ void FormMain::ShowContactList(const QString& key) {
     frmContacts->raise();
     mCurrentGrid = 2;
 }
-void FormMain::OpenReporterMenu(int) {}
+void FormMain::OpenReporterMenu(int group) {
+    frmReporterMenu menu(group, this);
+    menu.exec();
+}
 void FormMain::ShowGlobalLinks() {}
 void FormMain::ShowItemDetail(qint32 itemID) {
     if (frmItemDetail->ShowItemDetail(itemID))
