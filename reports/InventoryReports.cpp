@@ -20,30 +20,66 @@ ReportColumn figure(const char* key, const char* caption, int width) {
     return {QString::fromLatin1(key), QString::fromLatin1(caption), true, width};
 }
 
-// A number column: the engine's value, whatever the locale (a Null reads as 0).
-double number(const Field& f) {
-    return f.Double();
+// The columns of the stock item reports: the first column, the part, its category where shown,
+// and the figures. In Portrait a listing fits with the category shown (10,600 twips).
+QList<ReportColumn> stockColumns(const ReportColumn& first, bool withCategory) {
+    QList<ReportColumn> columns{first, text("PNo", "Part No.", 1600),
+                                text("Desc", "Description", 2800)};
+    if (withCategory)
+        columns << text("Category", "Category", 1100);
+    columns << text("Location", "Location ", 900) << figure("Qty", "Qty ", 800)
+            << figure("Cost", "Cost (x1) ", 1100) << figure("TotalCost", "Value (at Cost) ", 1600);
+    return columns;
 }
 
-// The figures of one stock item row and the total, shared by reports 4, 11 and 12.
-struct StockFigures {
-    NumberMask qty{kQtyMask};
-    NumberMask price{kPriceMask};
-    double total = 0;
-
-    // The Qty, Cost and TotalCost cells of a row. A negative quantity leaves its cell empty and
-    // stays out of the total; its value is shown all the same.
-    struct Cells {
-        QString qty, cost, value;
-    };
-    Cells Add(double qtyValue, double priceEach) {
-        const double value = priceEach * qtyValue;
-        if (qtyValue > 0)
-            total += value;
-        return {qtyValue < 0 ? QString() : qty.Plain(qtyValue), price.Plain(priceEach),
-                price.Plain(value)};
+// Walks the rows of a stock statement, taking the first row of each part number. A taken row
+// gets the text of the lead fields, in order, then its Qty, Cost and TotalCost: a negative
+// quantity leaves its cell empty and stays out of the total, its value shown all the same.
+// Numbers are the engine's values, whatever the locale (a Null reads as 0). Returns the total.
+double walkStockRows(const QString& statement, const QStringList& leadFields,
+                     const ReportInput& input, QList<QStringList>& rows) {
+    Database db = DBEngine::OpenDatabase(gDbPath);
+    Recordset rs = db.OpenRecordset(statement);
+    const int fPNo = rs.FieldIndex(QStringLiteral("MasterPNo"));
+    const int fQty = rs.FieldIndex(QStringLiteral("Qty"));
+    const int fPrice = rs.FieldIndex(QStringLiteral("PriceEach"));
+    // A field named twice is read once; -1 marks the part number, read for the walk.
+    QList<int> lead;
+    QList<int> sameAs;
+    for (const QString& name : leadFields) {
+        const int f = rs.FieldIndex(name);
+        sameAs << int(lead.indexOf(f));
+        lead << (f == fPNo ? -1 : f);
     }
-};
+    const NumberMask qtyMask(kQtyMask);
+    const NumberMask priceMask(kPriceMask);
+    double total = 0;
+    FirstRowPerPartNo walk;
+    ReportEvents events(input.events);
+    for (; !rs.Eof(); rs.MoveNext()) {
+        events.Row();
+        const QString pno = rs.Fields(fPNo).Text();
+        if (!walk.Take(pno))
+            continue;
+        QStringList cells;
+        cells.reserve(lead.size() + 3);
+        for (qsizetype i = 0; i < lead.size(); ++i) {
+            QString cell = sameAs[i] >= 0 ? cells.at(sameAs[i])
+                           : lead[i] < 0  ? pno
+                                          : rs.Fields(lead[i]).Text();
+            cells << std::move(cell);
+        }
+        const double qty = rs.Fields(fQty).Double();
+        const double price = rs.Fields(fPrice).Double();
+        const double value = price * qty;
+        if (qty > 0)
+            total += value;
+        cells << (qty < 0 ? QString() : qtyMask.Plain(qty)) << priceMask.Plain(price)
+              << priceMask.Plain(value);
+        rows << std::move(cells);
+    }
+    return total;
+}
 
 void writeSummary(ReportResult& r, const QString& count, const QString& totalCaption, double total,
                   const QString& note) {
@@ -89,42 +125,17 @@ QString CategoryValueStatement() {
 ReportResult IdleStockReport(const ReportInput& input) {
     ReportResult r;
     r.ran = true;
-    r.columns = {text("Item", "Item", 700),
-                 text("PNo", "Part No.", 1800),
-                 text("Desc", "Description", 3000),
-                 text("Location", "Location ", 1000),
-                 figure("Qty", "Qty ", 800),
-                 figure("Cost", "Cost (x1) ", 1100),
-                 figure("TotalCost", "Value (at Cost) ", 1400)};
+    r.columns = stockColumns(text("Item", "Item", 700), false);
 
-    Database db = DBEngine::OpenDatabase(gDbPath);
-    Recordset rs = db.OpenRecordset(IdleStockStatement(input.startDate, input.endDate));
-    const int fStock = rs.FieldIndex(QStringLiteral("StockID"));
-    const int fPNo = rs.FieldIndex(QStringLiteral("MasterPNo"));
-    const int fDesc = rs.FieldIndex(QStringLiteral("ItemDescription"));
-    const int fLoc = rs.FieldIndex(QStringLiteral("Location"));
-    const int fQty = rs.FieldIndex(QStringLiteral("Qty"));
-    const int fPrice = rs.FieldIndex(QStringLiteral("PriceEach"));
-
-    StockFigures figures;
-    FirstRowPerPartNo walk;
-    ReportEvents events(input.events);
-    for (; !rs.Eof(); rs.MoveNext()) {
-        events.Row();
-        QString pno = rs.Fields(fPNo).Text();
-        if (!walk.Take(pno))
-            continue;
-        StockFigures::Cells f = figures.Add(number(rs.Fields(fQty)), number(rs.Fields(fPrice)));
-        // The history side of the join is empty by the statement's own condition.
-        r.rows << QStringList{rs.Fields(fStock).Text(), std::move(pno),   rs.Fields(fDesc).Text(),
-                              rs.Fields(fLoc).Text(),   std::move(f.qty), std::move(f.cost),
-                              std::move(f.value)};
-    }
-    rs.Close();
-    db.Close();
+    // Item takes the history side's StockID, empty by the statement's own condition.
+    const double total =
+        walkStockRows(IdleStockStatement(input.startDate, input.endDate),
+                      {QStringLiteral("StockID"), QStringLiteral("MasterPNo"),
+                       QStringLiteral("ItemDescription"), QStringLiteral("Location")},
+                      input, r.rows);
 
     writeSummary(r, QStringLiteral("Number of records = "),
-                 QStringLiteral("Total value (at cost) of Idle Inventory = "), figures.total,
+                 QStringLiteral("Total value (at cost) of Idle Inventory = "), total,
                  QStringLiteral("Total does not include items where OnHand Qty is less than zero"));
     return r;
 }
@@ -132,45 +143,18 @@ ReportResult IdleStockReport(const ReportInput& input) {
 ReportResult InventoryValuationReport(const ReportInput& input, bool groupByCategory) {
     ReportResult r;
     r.ran = true;
-    r.columns = {text("Cat", "Cat", 700),
-                 text("PNo", "Part No.", 1800),
-                 text("Desc", "Description", 3000),
-                 text("Category", "Category", 1200),
-                 text("Location", "Location ", 1000),
-                 figure("Qty", "Qty ", 800),
-                 figure("Cost", "Cost (x1) ", 1100),
-                 figure("TotalCost", "Value (at Cost) ", 1400)};
+    r.columns = stockColumns(text("Cat", "Cat", 700), true);
     if (groupByCategory)
         r.groupKey = QStringLiteral("Category");
 
-    Database db = DBEngine::OpenDatabase(gDbPath);
-    Recordset rs = db.OpenRecordset(InventoryValuationStatement());
-    const int fPNo = rs.FieldIndex(QStringLiteral("MasterPNo"));
-    const int fDesc = rs.FieldIndex(QStringLiteral("ItemDescription"));
-    const int fLoc = rs.FieldIndex(QStringLiteral("Location"));
-    const int fQty = rs.FieldIndex(QStringLiteral("Qty"));
-    const int fCat = rs.FieldIndex(QStringLiteral("Category"));
-    const int fPrice = rs.FieldIndex(QStringLiteral("PriceEach"));
-
-    StockFigures figures;
-    FirstRowPerPartNo walk;
-    ReportEvents events(input.events);
-    for (; !rs.Eof(); rs.MoveNext()) {
-        events.Row();
-        QString pno = rs.Fields(fPNo).Text();
-        if (!walk.Take(pno))
-            continue;
-        const QString category = rs.Fields(fCat).Text();
-        StockFigures::Cells f = figures.Add(number(rs.Fields(fQty)), number(rs.Fields(fPrice)));
-        r.rows << QStringList{category,          std::move(pno),         rs.Fields(fDesc).Text(),
-                              category,          rs.Fields(fLoc).Text(), std::move(f.qty),
-                              std::move(f.cost), std::move(f.value)};
-    }
-    rs.Close();
-    db.Close();
+    const double total = walkStockRows(InventoryValuationStatement(),
+                                       {QStringLiteral("Category"), QStringLiteral("MasterPNo"),
+                                        QStringLiteral("ItemDescription"),
+                                        QStringLiteral("Category"), QStringLiteral("Location")},
+                                       input, r.rows);
 
     writeSummary(r, QStringLiteral("Number of records = "),
-                 QStringLiteral("Total Value of OnHand Inventory = "), figures.total,
+                 QStringLiteral("Total Value of OnHand Inventory = "), total,
                  QStringLiteral("Does not show OnHand Qty if below zero"));
     return r;
 }
@@ -212,9 +196,9 @@ ReportResult CategoryValueReport(const ReportInput& input) {
             writeCategory();
             running = category;
         }
-        const double qty = number(rs.Fields(fQty));
+        const double qty = rs.Fields(fQty).Double();
         if (qty > 0)
-            subtotal += qty * number(rs.Fields(fPrice));
+            subtotal += qty * rs.Fields(fPrice).Double();
     }
     if (any)
         writeCategory();

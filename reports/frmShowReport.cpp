@@ -155,11 +155,14 @@ frmShowReport::frmShowReport(QWidget* parent) : QDialog(parent) {
     auto* pickers = new QHBoxLayout;
     pickers->addWidget(Frame1, 1);
     pickers->addWidget(Frame2, 1);
+    pickers->addStretch(0);
     auto* actions = new QVBoxLayout;
     actions->addWidget(Command1);
     actions->addWidget(Command11);
     actions->addStretch();
     pickers->addLayout(actions);
+    for (QPushButton* b : {Command1, Command11})
+        b->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
 
     auto* summary = new QGridLayout;
     summary->addWidget(Text1, 0, 0, 1, 2);
@@ -344,6 +347,7 @@ void frmShowReport::ShowReport() {
     frmWait->hide();
     mRunning = false;
     if (mCloseWhenDone) {
+        mCloseWhenDone = false;
         mRunAgain = false;
         close();
     } else if (mRunAgain) {
@@ -367,6 +371,8 @@ void frmShowReport::ShowResult(const ReportResult& result) {
     }
     QCoreApplication::processEvents();
     gdxUBView->SetItemCount(int(mRows.size()));
+    if (!mGroupKey.isEmpty())
+        gdxUBView->ExpandAll();
 
     QLineEdit* lines[] = {Text1, Text2, Text3, Text4, Text5};
     for (int i = 0; i < 5; ++i)
