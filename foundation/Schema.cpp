@@ -117,6 +117,14 @@ QStringList BusinessIndexes() {
         QStringLiteral("CREATE INDEX IF NOT EXISTS ixCommentStock ON tblItemComments (StockID)"),
         QStringLiteral("CREATE INDEX IF NOT EXISTS ixHistStock ON tblItemHistory (StockID)"),
         QStringLiteral("CREATE INDEX IF NOT EXISTS ixHistID2 ON tblItemHistory (HistID2)"),
+        // The stock reports: an item's history in a period, an item's supplier prices in flag
+        // order, and the items by category and part number.
+        QStringLiteral(
+            "CREATE INDEX IF NOT EXISTS ixHistStockDate ON tblItemHistory (StockID, HistDate)"),
+        QStringLiteral("CREATE INDEX IF NOT EXISTS ixItemSupItemPrice "
+                       "ON tblItemSupplier (ItemID, PrimeSupplier, PriceEach)"),
+        QStringLiteral(
+            "CREATE INDEX IF NOT EXISTS ixStockCatPNo ON tblStockItems (Category, MasterPNo)"),
         QStringLiteral("CREATE INDEX IF NOT EXISTS ixLinksStock ON tblHyperLinks (LinkStockID)"),
         QStringLiteral("CREATE INDEX IF NOT EXISTS ixUsedInParent ON tblUsedIn (ParentID)"),
         QStringLiteral("CREATE INDEX IF NOT EXISTS ixUsedInChild ON tblUsedIn (ChildID)"),

@@ -17,6 +17,7 @@
 #include "inventory/frmStockQtyInfo.h"
 #include "inventory/frmUsedIn.h"
 #include "maintenance/frmDBUtils.h"
+#include "reports/frmReporterMenu.h"
 
 #include <QAction>
 #include <QApplication>
@@ -949,7 +950,10 @@ void FormMain::ShowContactList(const QString& key) {
     frmContacts->raise();
     mCurrentGrid = 2;
 }
-void FormMain::OpenReporterMenu(int) {}
+void FormMain::OpenReporterMenu(int group) {
+    frmReporterMenu menu(group, this);
+    menu.exec();
+}
 void FormMain::ShowGlobalLinks() {
     // Over whatever the content area shows; Close gives that back with its print and export.
     if (GlobalLinksPanel->isHidden()) {

@@ -4,6 +4,7 @@
 #include "foundation/Dialect.h"
 #include "foundation/Globals.h"
 #include "foundation/Helpers.h"
+#include "inventory/FirstRowPerPartNo.h"
 
 #include <QHash>
 #include <QLocale>
@@ -250,14 +251,13 @@ UBItemResult LoadUBItems(const UBItemRequest& request) {
     const NumberMask priceFormat(kPriceMask);
     UBArray& data = result.data;
     data.Redim(int(UBItemColumns().size()), 0);
-    std::optional<QString> lastKept;
+    FirstRowPerPartNo walk;
     int kept = 0;
     const QString empty;
     for (; !rs.Eof(); rs.MoveNext()) {
         QString pno = rs.Fields(fPNo).Text();
-        if (lastKept && *lastKept == pno)
+        if (!walk.Take(pno))
             continue;
-        lastKept = pno;
         const int r = ++kept;
         data.SetRows(r);
         const Field buyNow = rs.Fields(fBuyNow);
