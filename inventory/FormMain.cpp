@@ -15,6 +15,7 @@
 #include "inventory/frmInvAdjustments.h"
 #include "inventory/frmStockQtyInfo.h"
 #include "maintenance/frmDBUtils.h"
+#include "sales/frmCustOrder.h"
 
 #include <QAction>
 #include <QApplication>
@@ -919,7 +920,10 @@ void FormMain::ShowNewItemPanel() {
     TabStrip2->hide();
 }
 
-void FormMain::OpenCustOrder() {}
+void FormMain::OpenCustOrder() {
+    frmCustOrder::ShowModal(this);
+}
+
 void FormMain::ShowCustOrderList() {}
 void FormMain::OpenBasket() {}
 void FormMain::OpenORViewer() {}
