@@ -1,11 +1,14 @@
-// The customer order window: the add-items list, loading a saved order of 50 rows, and the
-// arithmetic of one key press in its grid.
+// The customer order window: the add-items list, loading a saved order of 50 rows, the arithmetic
+// of one key press in its grid and saving a new order of 50 rows; the sales lists of the main
+// window.
 #include "bench/Benchmarks.h"
 
 #include "foundation/DbEngine.h"
 #include "foundation/Dialect.h"
 #include "foundation/Globals.h"
 #include "sales/CustOrder.h"
+#include "sales/CustOrderSave.h"
+#include "sales/SalesLists.h"
 
 #include <algorithm>
 
@@ -92,4 +95,56 @@ static void AddSalesBenchmarks(BenchRegistry& registry, const BenchContext& cont
                         {});
 }
 
+static void AddSalesSaveBenchmarks(BenchRegistry& registry, const BenchContext& context) {
+    const QString next = QStringLiteral("SELECT CustBasketID FROM tblCustOrders ORDER BY "
+                                        "CustBasketID DESC") +
+                         FirstRowOnly();
+    registry.add(QStringLiteral("sales.order.nextnumber"), [] { Consume(NextCustBasketID()); },
+                 {next});
+
+    // A new order of 50 rows: the number, then the header update that hits nothing, its insert
+    // and the 50 row inserts, each statement committed on its own. The bare side writes the
+    // same statements under a number of its own.
+    auto order = std::make_shared<CustOrderSheet>();
+    order->mode = OrderMode::NewOrder;
+    order->custID = QStringLiteral("1");
+    order->custOrNo = QStringLiteral("BENCH");
+    order->discount = QStringLiteral("5");
+    const qint64 step = std::max<qint64>(1, context.items / 50);
+    QStringList bareSave = {
+        QStringLiteral("UPDATE tblCustOrders SET  CustOrRef='BENCH', ORDiscount=5 WHERE "
+                       "CustBasketID = -1"),
+        QStringLiteral("INSERT INTO tblCustOrders  (CustBasketID, CustID, SalesRef, CustOrRef, "
+                       "CustOrDate, ORDiscount) VALUES  (NULL,1,'','BENCH','2026-01-05',5)")};
+    for (int i = 0; i < 50; ++i) {
+        OrderRow row;
+        row[OrderCol::Item] = QString::number(i + 1);
+        row[OrderCol::StockID] = QString::number(1 + i * step);
+        row[OrderCol::Price] = QStringLiteral("12.345");
+        row[OrderCol::SellAt] = QStringLiteral("11.72775");
+        row[OrderCol::OrderQty] = QString::number(1 + i % 7);
+        order->rows.append(row);
+        bareSave << QStringLiteral("INSERT INTO tblCustOrderDetail  ( CustBasketDetailID, "
+                                   "StockID, OrderedQty, GrosPrice, NetPrice, ShippedQty) VALUES  "
+                                   "(-1,") +
+                        row[OrderCol::StockID] + QLatin1Char(',') + row[OrderCol::OrderQty] +
+                        QStringLiteral(",12.345,11.72775,0);");
+    }
+    registry.addActions(QStringLiteral("sales.order.save.50rows"),
+                        [order] {
+                            CustOrderSheet sheet = *order;
+                            Consume(SaveCustomerOrder(sheet));
+                        },
+                        {{next}, bareSave});
+
+    for (const bool pending : {true, false})
+        registry.add(pending ? QStringLiteral("sales.list.orders.pending")
+                             : QStringLiteral("sales.list.orders.completed"),
+                     [pending] { Consume(ListCustomerOrders(pending).data.Rows()); },
+                     {CustomerOrdersStatement(pending)});
+    registry.add(QStringLiteral("sales.list.invoices"), [] { Consume(ListInvoices().data.Rows()); },
+                 {InvoicesStatement()});
+}
+
+static const BenchSet salesSaveSet("sales.save", AddSalesSaveBenchmarks);
 static const BenchSet salesSet("sales", AddSalesBenchmarks);

@@ -15,6 +15,7 @@
 #include "inventory/frmInvAdjustments.h"
 #include "inventory/frmStockQtyInfo.h"
 #include "maintenance/frmDBUtils.h"
+#include "sales/CustOrderListPanel.h"
 #include "sales/frmCustOrder.h"
 
 #include <QAction>
@@ -458,6 +459,10 @@ GridEX* FormMain::CurrentGrid() const {
         return frmItemDetail->gdxSupp;
     case 6:
         return HistoryPanel->gdxItemHistory;
+    case 7:
+        return frmViewCustOrders->isVisible()
+                   ? frmViewCustOrders->findChild<GridEX*>(QStringLiteral("gdxCustOrdersList"))
+                   : nullptr;
     default:
         return nullptr; // 4 and 5: those panels hold no grid yet
     }
@@ -924,7 +929,23 @@ void FormMain::OpenCustOrder() {
     frmCustOrder::ShowModal(this);
 }
 
-void FormMain::ShowCustOrderList() {}
+void FormMain::ShowCustOrderList() {
+    auto* list = frmViewCustOrders->findChild<CustOrderListPanel*>();
+    if (!list) {
+        auto* lay = new QVBoxLayout(frmViewCustOrders);
+        lay->setContentsMargins(0, 0, 0, 0);
+        list = new CustOrderListPanel(frmViewCustOrders);
+        lay->addWidget(list);
+    }
+    frmViewCustOrders->show();
+    frmViewCustOrders->raise();
+    mCurrentGrid = 7; // gdxCustOrdersList
+    if (gCustOrderMode == 4)
+        list->ListInvoices();
+    else
+        list->ListCustomerOrders(true);
+}
+
 void FormMain::OpenBasket() {}
 void FormMain::OpenORViewer() {}
 void FormMain::OpenGoodsIn() {}

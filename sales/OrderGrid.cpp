@@ -18,9 +18,12 @@ constexpr int kYellowRole = Qt::UserRole + 1;
 
 void makeFlat(QTableWidget* t) {
     QFont f = t->font();
-    f.setPointSizeF(8);
+    f.setPointSizeF(7.5);
     t->setFont(f);
-    t->setTextElideMode(Qt::ElideNone);
+    // The columns keep their widths: a figure too long for its cell shows "..." rather than
+    // losing its first digits.
+    t->setTextElideMode(Qt::ElideRight);
+    t->setStyleSheet(QStringLiteral("QTableWidget::item { padding: 0px 1px; }"));
     t->horizontalHeader()->hide();
     t->verticalHeader()->hide();
     t->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
@@ -62,6 +65,7 @@ OrderGrid::OrderGrid(CustOrderSheet& sheet, QWidget* parent) : QFrame(parent), m
     fgHeader->setObjectName(QStringLiteral("fgHeader"));
     makeFlat(fgHeader);
     fgHeader->setSelectionMode(QAbstractItemView::NoSelection);
+    fgHeader->setTextElideMode(Qt::ElideNone);
     fgHeader->setFocusPolicy(Qt::NoFocus);
     fgHeader->verticalHeader()->setDefaultSectionSize(Px(kHeaderTwips));
     for (int c = 0; c < OrderCol::HeaderCount; ++c) {

@@ -7,6 +7,7 @@
 #include "foundation/MsgBox.h"
 #include "foundation/TextBoxRules.h"
 #include "grids/GridEX.h"
+#include "sales/CustOrderSave.h"
 #include "sales/OrderGrid.h"
 #include "sales/SalesDefaults.h"
 #include "sales/frmBParts.h"
@@ -586,7 +587,18 @@ void frmCustOrder::gdxAllParts_Activate(int record) {
 // ---------------------------------------------------------------------------------------------
 // Actions
 
-void frmCustOrder::Command2_Click() {}
+void frmCustOrder::Command2_Click() {
+    if (!SaveOrderCommand(mSheet))
+        return;
+    ShowSheet();
+    // One window saves once: what is left is printing and closing.
+    HideActionButtons();
+    if (MsgBox(QStringLiteral("The order was saved - Do you want to print a copy of the order ?"),
+               vbYesNo | vbQuestion, QStringLiteral("Print?")) == vbYes) {
+        frmPrinter->ShowDocumentButtons(::frmPrinter::Documents::Order);
+        ShowPrinterPanel();
+    }
+}
 
 void frmCustOrder::cmdInvoice_Click() {}
 
