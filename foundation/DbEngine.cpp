@@ -514,23 +514,38 @@ QString Field::Text() const {
     return mRs->columnText(mIndex);
 }
 
+// Numbers are read straight from the column, without a variant in between: lists read a few
+// of them on every row.
 double Field::Double() const {
-    const QVariant v = Value();
-    if (v.isNull())
+    if (mRs->mEof || !mRs->mStmt)
+        throw DbError(3021, QStringLiteral("No current record."));
+    sqlite3_stmt* stmt = mRs->mStmt;
+    switch (sqlite3_column_type(stmt, mIndex)) {
+    case SQLITE_INTEGER:
+        return double(sqlite3_column_int64(stmt, mIndex));
+    case SQLITE_FLOAT:
+        return sqlite3_column_double(stmt, mIndex);
+    case SQLITE_NULL:
         return 0;
-    if (v.typeId() == QMetaType::QString)
-        return Val(v.toString());
-    return v.toDouble();
+    default:
+        return Val(mRs->columnText(mIndex));
+    }
 }
 
 qint64 Field::Long() const {
-    const QVariant v = Value();
-    if (v.isNull())
+    if (mRs->mEof || !mRs->mStmt)
+        throw DbError(3021, QStringLiteral("No current record."));
+    sqlite3_stmt* stmt = mRs->mStmt;
+    switch (sqlite3_column_type(stmt, mIndex)) {
+    case SQLITE_INTEGER:
+        return sqlite3_column_int64(stmt, mIndex);
+    case SQLITE_FLOAT:
+        return qint64(std::llround(sqlite3_column_double(stmt, mIndex)));
+    case SQLITE_NULL:
         return 0;
-    if (v.typeId() == QMetaType::LongLong)
-        return v.toLongLong();
-    const double d = v.typeId() == QMetaType::QString ? Val(v.toString()) : v.toDouble();
-    return qint64(std::llround(d));
+    default:
+        return qint64(std::llround(Val(mRs->columnText(mIndex))));
+    }
 }
 
 // ---------------------------------------------------------------- DBEngine

@@ -22,6 +22,7 @@ qint32 gCurrentItemID = 0;
 quint8 gActiveGroup = 0;
 quint8 gCustOrderMode = 0;
 qint32 gCustOrderID = 0;
+qint32 gCustInvoiceNo = 0;
 int gContactType = 0;
 qint32 gContactID = 0;
 int gReportType = 0;

@@ -27,6 +27,7 @@ extern quint8 gActiveGroup;
 // Mode of the customer order window: 1 new, 2 edit, 3 invoice a saved order, 4 view an invoice.
 extern quint8 gCustOrderMode;
 extern qint32 gCustOrderID;
+extern qint32 gCustInvoiceNo; // the InvoiceNo the customer order window opens in mode 4
 extern int gContactType;
 extern qint32 gContactID;
 extern int gReportType;

@@ -22,6 +22,47 @@ void insertText(QObject* box, const QString& text) {
         cb->lineEdit()->insert(text);
 }
 
+QString boxText(QObject* box) {
+    if (auto* cb = qobject_cast<QComboBox*>(box); cb && cb->lineEdit())
+        box = cb->lineEdit();
+    if (auto* le = qobject_cast<QLineEdit*>(box))
+        return le->text();
+    if (auto* pe = qobject_cast<QPlainTextEdit*>(box))
+        return pe->toPlainText();
+    if (auto* te = qobject_cast<QTextEdit*>(box))
+        return te->toPlainText();
+    return {};
+}
+
+void setBoxText(QObject* box, const QString& text) {
+    if (auto* cb = qobject_cast<QComboBox*>(box); cb && cb->lineEdit())
+        box = cb->lineEdit();
+    if (auto* le = qobject_cast<QLineEdit*>(box))
+        le->setText(text);
+    else if (auto* pe = qobject_cast<QPlainTextEdit*>(box))
+        pe->setPlainText(text);
+    else if (auto* te = qobject_cast<QTextEdit*>(box))
+        te->setPlainText(text);
+}
+
+void removeApostrophes(QObject* box) {
+    QString text = boxText(box);
+    if (text.contains(QLatin1Char('\'')))
+        setBoxText(box, text.remove(QLatin1Char('\'')));
+}
+
+// A key filtered to `accepted`: dropped (0), typed as it is, or typed as another character.
+// True when the key event is used up here.
+bool takeKey(QObject* box, int code, int accepted) {
+    if (accepted == 0)
+        return true;
+    if (accepted != code) {
+        insertText(box, QString(QChar(accepted)));
+        return true;
+    }
+    return false;
+}
+
 void replaceApostrophes(QObject* box) {
     if (auto* cb = qobject_cast<QComboBox*>(box))
         box = cb->lineEdit();
@@ -63,20 +104,25 @@ bool TextRulesFilter::eventFilter(QObject* watched, QEvent* event) {
             auto* le = qobject_cast<QLineEdit*>(watched);
             return NumericKey(le ? le->text() : QString(), code) == 0;
         }
-        case Kind::AlphaNumeric: {
-            const int accepted = AlphaNumericKey(code, mUpper);
-            if (accepted == 0)
-                return true;
-            if (accepted != code) {
-                insertText(watched, QString(QChar(accepted)));
-                return true;
-            }
-            return false;
-        }
+        case Kind::AlphaNumeric:
+            return takeKey(watched, code, AlphaNumericKey(code, mUpper));
+        case Kind::NoApostrophe:
+            return code == '\'';
+        case Kind::Digits:
+            return !(code == 8 || (code >= '0' && code <= '9'));
+        case Kind::Rule:
+            return mRule && takeKey(watched, code, mRule(boxText(watched), code));
         }
     } else if (event->type() == QEvent::FocusOut) {
         if (mKind == Kind::Text) {
             replaceApostrophes(watched);
+        } else if (mKind == Kind::NoApostrophe) {
+            if (mRemoveOnLeave)
+                removeApostrophes(watched);
+        } else if (mKind == Kind::Digits) {
+            auto* le = qobject_cast<QLineEdit*>(watched);
+            if (le && !mMask.isEmpty())
+                le->setText(Format(ParseLocaleNumber(le->text()), mMask));
         } else if (mKind == Kind::Number) {
             auto* le = qobject_cast<QLineEdit*>(watched);
             if (le && !(mBlank == BlankBox::StaysBlank && le->text().trimmed().isEmpty()))
@@ -101,4 +147,23 @@ void AttachNumberRules(QLineEdit* box, const QString& mask, BlankBox blank) {
 void AttachAlphaNumericRules(QLineEdit* box, bool upper) {
     box->installEventFilter(
         new TextRulesFilter(TextRulesFilter::Kind::AlphaNumeric, {}, upper, box));
+}
+
+void AttachNoApostropheRules(QWidget* box, bool removeOnLeave) {
+    QObject* target = box;
+    if (auto* cb = qobject_cast<QComboBox*>(box); cb && cb->lineEdit())
+        target = cb->lineEdit();
+    auto* filter = new TextRulesFilter(TextRulesFilter::Kind::NoApostrophe, {}, false, box);
+    filter->SetRemoveOnLeave(removeOnLeave);
+    target->installEventFilter(filter);
+}
+
+void AttachDigitRules(QLineEdit* box, const QString& mask) {
+    box->installEventFilter(new TextRulesFilter(TextRulesFilter::Kind::Digits, mask, false, box));
+}
+
+void AttachKeyRule(QLineEdit* box, KeyRule rule) {
+    auto* filter = new TextRulesFilter(TextRulesFilter::Kind::Rule, {}, false, box);
+    filter->SetRule(std::move(rule));
+    box->installEventFilter(filter);
 }

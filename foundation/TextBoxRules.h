@@ -3,6 +3,7 @@
 
 #include <QObject>
 #include <QString>
+#include <functional>
 
 class QWidget;
 class QLineEdit;
@@ -16,18 +17,33 @@ enum class BlankBox { ReadsZero, StaysBlank };
 void AttachNumberRules(QLineEdit* box, const QString& mask, BlankBox blank = BlankBox::ReadsZero);
 // Code boxes: AlphaNumericKey on each key, lower case turned to upper when `upper` is set.
 void AttachAlphaNumericRules(QLineEdit* box, bool upper);
+// Free text that refuses "'" outright; with `removeOnLeave`, any "'" left (pasted text) is taken
+// out of the text on leaving.
+void AttachNoApostropheRules(QWidget* box, bool removeOnLeave);
+// Boxes that take the digits 0 to 9 and backspace only; on leaving, the text is formatted with
+// `mask` when one is given.
+void AttachDigitRules(QLineEdit* box, const QString& mask = QString());
+// A box whose keys follow a rule of its own: the text so far and the key code typed (backspace
+// is 8) in, the code to accept or 0 to drop the key out.
+using KeyRule = std::function<int(const QString& text, int keyCode)>;
+void AttachKeyRule(QLineEdit* box, KeyRule rule);
 
 class TextRulesFilter : public QObject {
     Q_OBJECT
 public:
-    enum class Kind { Text, Number, AlphaNumeric };
+    enum class Kind { Text, Number, AlphaNumeric, NoApostrophe, Digits, Rule };
     TextRulesFilter(Kind kind, const QString& mask, bool upper, QObject* parent,
                     BlankBox blank = BlankBox::ReadsZero);
     bool eventFilter(QObject* watched, QEvent* event) override;
+    // Kind::NoApostrophe: take "'" out on leaving. Kind::Rule: the rule applied to each key.
+    void SetRemoveOnLeave(bool on) { mRemoveOnLeave = on; }
+    void SetRule(KeyRule rule) { mRule = std::move(rule); }
 
 private:
     Kind mKind;
     QString mMask;
     bool mUpper;
     BlankBox mBlank;
+    bool mRemoveOnLeave = false;
+    KeyRule mRule;
 };

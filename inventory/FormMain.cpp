@@ -18,6 +18,8 @@
 #include "inventory/frmUsedIn.h"
 #include "maintenance/frmDBUtils.h"
 #include "reports/frmReporterMenu.h"
+#include "sales/CustOrderListPanel.h"
+#include "sales/frmCustOrder.h"
 
 #include <QAction>
 #include <QApplication>
@@ -470,6 +472,10 @@ GridEX* FormMain::CurrentGrid() const {
         return UsedInPanel->gdxUsedIn;
     case 6:
         return HistoryPanel->gdxItemHistory;
+    case 7:
+        return frmViewCustOrders->isVisible()
+                   ? frmViewCustOrders->findChild<GridEX*>(QStringLiteral("gdxCustOrdersList"))
+                   : nullptr;
     default:
         return nullptr; // 5: that panel holds no grid yet
     }
@@ -936,8 +942,27 @@ void FormMain::ShowNewItemPanel() {
     TabStrip2->hide();
 }
 
-void FormMain::OpenCustOrder() {}
-void FormMain::ShowCustOrderList() {}
+void FormMain::OpenCustOrder() {
+    frmCustOrder::ShowModal(this);
+}
+
+void FormMain::ShowCustOrderList() {
+    auto* list = frmViewCustOrders->findChild<CustOrderListPanel*>();
+    if (!list) {
+        auto* lay = new QVBoxLayout(frmViewCustOrders);
+        lay->setContentsMargins(0, 0, 0, 0);
+        list = new CustOrderListPanel(frmViewCustOrders);
+        lay->addWidget(list);
+    }
+    frmViewCustOrders->show();
+    frmViewCustOrders->raise();
+    mCurrentGrid = 7; // gdxCustOrdersList
+    if (gCustOrderMode == 4)
+        list->ListInvoices();
+    else
+        list->ListCustomerOrders(true);
+}
+
 void FormMain::OpenBasket() {}
 void FormMain::OpenORViewer() {}
 void FormMain::OpenGoodsIn() {}

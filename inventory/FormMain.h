@@ -121,7 +121,8 @@ public:
     bool mUBFilterHold = false;  // filter boxes being set from a selected row
     QString mActiveGroupCaption; // caption of the group of the last chosen bar item
     // The grid that print and export work on, set by each panel as it shows: 1 gdxUBView,
-    // 2 gdxContact1, 3 gdxSupp, 4 gdxUsedIn, 5 gdxItemPOrders, 6 gdxItemHistory; 0 none.
+    // 2 gdxContact1, 3 gdxSupp, 4 gdxUsedIn, 5 gdxItemPOrders, 6 gdxItemHistory,
+    // 7 gdxCustOrdersList; 0 none.
     int mCurrentGrid = 0;
     // The grid of mCurrentGrid, or nullptr when that grid is not on screen.
     GridEX* CurrentGrid() const;

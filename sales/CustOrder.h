@@ -1,0 +1,209 @@
+// The customer order window's working copy (the order sheet) and the procedures that fill it and
+// work out its figures. No widgets here: the window shows the sheet, writes what the user types
+// back into it and calls these procedures; saving, invoicing and the documents read it too.
+#pragma once
+
+#include <QString>
+#include <QStringList>
+#include <QVariant>
+#include <QVector>
+#include <array>
+
+class Database;
+
+// The columns of the order grid fgSOrder (fgHeader has the first 13).
+namespace OrderCol {
+constexpr int Margin = 0;
+constexpr int Item = 1;       // row number from 1
+constexpr int PartNo = 2;     // MasterPNo
+constexpr int Desc = 3;       // ItemDescription
+constexpr int Price = 4;      // gross price, "0.00###"
+constexpr int SellAt = 5;     // net price, "0.00###"
+constexpr int OrderQty = 6;   // "0.0#"
+constexpr int Done = 7;       // already supplied
+constexpr int ToDo = 8;       // still to supply
+constexpr int InvoiceQty = 9; // on this invoice, "0.0#"
+constexpr int Total = 10;     // line total, "0.00###"
+constexpr int StockID = 11;   // ItemID
+constexpr int RowID = 12;     // tblCustOrderDetail.RowID, empty on a new row
+constexpr int Location = 13;  // blank where it reads "UNKNOWN"
+constexpr int Count = 14;
+constexpr int HeaderCount = 13;
+} // namespace OrderCol
+
+// The modes of the window (gCustOrderMode).
+namespace OrderMode {
+constexpr quint8 NewOrder = 1;
+constexpr quint8 SavedOrder = 2;
+constexpr quint8 InvoiceOrder = 3;
+constexpr quint8 SavedInvoice = 4;
+} // namespace OrderMode
+
+// One row of the order grid: its cells as text, and the cells painted as editable (yellow).
+struct OrderRow {
+    std::array<QString, OrderCol::Count> cells;
+    quint16 editable = 0; // bit c set: column c is painted yellow
+
+    QString& operator[](int column) { return cells[size_t(column)]; }
+    const QString& operator[](int column) const { return cells[size_t(column)]; }
+    bool IsEditable(int column) const { return (editable >> column) & 1; }
+};
+
+// Everything the window holds: the customer, the header boxes, the rows, the totals, the two
+// default panels and the notes, as the text each control shows.
+struct CustOrderSheet {
+    quint8 mode = OrderMode::NewOrder;
+    bool recalcEnabled = true; // mRecalcEnabled: RecalcOrderTotals does nothing while false
+
+    // Customer
+    QString custListText; // the text of cboCustlist ("" when nothing is selected)
+    QString custID;       // txtCustID, the AddID; empty until a customer is shown
+    QString custName, custAdd1, custAdd2, custAdd3, custAdd4, custPO;
+
+    // Header
+    QString custBasketID; // txtCustBasketID "Our Order ID"
+    QString custOrNo;     // txtCustOrNo "Customer's Order / Ref"
+    QString orDate;       // txtOrDate
+    QString discount;     // txtDiscount
+    QString invoiceNo;    // txtInvoiceNo
+    QString invoiceDate;  // txtInvoiceDate
+    QString custShipID;   // txtCustShipID "Delivery", order number "-" sequence
+
+    // Rows, the widths of the grid's columns (twips; 0 hides a column) and the cell fgedit edits
+    QVector<OrderRow> rows;
+    std::array<int, OrderCol::Count> colWidth{};
+    int editRow = -1;
+    int editCol = -1;
+
+    // Totals and their labels
+    QString net = QStringLiteral("0.00");
+    QString delivery = QStringLiteral("0.00");
+    QString vat = QStringLiteral("0.00");
+    QString total = QStringLiteral("0.00");
+    QString deliveryText = QStringLiteral("Delivery   ");
+    QString vatText = QStringLiteral("Sales Tax (VAT)   ");
+    QString totalText = QStringLiteral("Total   ");
+    QString text3 = QStringLiteral("0% "); // Text3: the rate and "% "
+
+    // frmSalesTax
+    QString tax1Name = QStringLiteral("Sales Tax (VAT)");
+    QString tax1Rate = QStringLiteral("0");
+    // frmEditDelCharges
+    QString shipChgsName = QStringLiteral("Delivery");
+    QString deliveryCost = QStringLiteral("0.00");
+    bool taxOnDel = true; // chkTaxOnDel starts ticked
+
+    QString notes; // txtNotes
+
+    // The quantity column the totals and the documents read: OrderQty in modes 1 and 2,
+    // InvoiceQty in modes 3 and 4.
+    int QtyColumn() const;
+};
+
+// --- the window's boxes, changed as a user or the code changes them ---
+// Each runs what a change of the box runs, and only when the text really changes.
+void SetDiscount(CustOrderSheet& sheet, const QString& text); // reprices every row
+void SetDelivery(CustOrderSheet& sheet, const QString& text); // recalculates the totals
+void SetVat(CustOrderSheet& sheet, const QString& text);      // rewrites Text3
+// Leaving txtDiscount: the box becomes its own numeric value ("5x" reads "5", "" reads "0") and
+// every row is repriced, typed prices included.
+void LeaveDiscount(CustOrderSheet& sheet);
+
+// --- the grid ---
+// Clears the rows and gives every column its width, then hides the columns of the mode.
+void SetupOrderGrid(CustOrderSheet& sheet);
+// Widths to 0 for the columns the mode does not show.
+void SetOrderGridColumns(CustOrderSheet& sheet);
+// Marks SellAt and the mode's quantity column editable in every row.
+void PaintEditableCells(CustOrderSheet& sheet);
+// The caption of a column of fgHeader and fgSOrder ("" for the margin and the location).
+QString OrderColumnCaption(int column);
+// A change of fgedit: its text goes at once into the cell it edits (editRow, editCol), SellAt
+// through "0.00###", a quantity as FormatNumber "0.0#" writes it; the totals follow.
+void EditCell(CustOrderSheet& sheet, const QString& text);
+// Whether fgedit may edit a column (SellAt, OrderQty, InvoiceQty).
+bool IsEditorColumn(int column);
+// fgedit's key rule: backspace and "-" pass; in an editor column NumericKey decides; other keys
+// are dropped.
+int OrderCellKey(int column, const QString& text, int keyCode);
+
+// --- the arithmetic ---
+// SellAt from the gross price and the discount: (100 - D) x (Price / 100), through "0.00###".
+QString SellAtFromGross(double price, double discount);
+void ApplyDiscountToRows(CustOrderSheet& sheet);
+void RecalcOrderTotals(CustOrderSheet& sheet);
+void RecalcTax(CustOrderSheet& sheet);
+
+// --- customers ---
+inline const char* const kCreateNewCustomer = "Create NEW Customer";
+// The entries of cboCustlist: "Create NEW Customer", then each customer's CoName, leaving out
+// "NON" rows and a row whose AddID repeats the one before.
+QStringList LoadCustomerCombo();
+// Fills the customer boxes and the discount from the customer of that name. False when no
+// customer has the name (the boxes keep what they hold).
+bool ShowCustomerDetails(CustOrderSheet& sheet, const QString& name);
+
+// --- loading ---
+// Form_Load's own steps on the sheet: the defaults, an empty grid for the mode, and the data of
+// modes 1 to 3 (the numbers and dates of a new order, or the saved order `orderID`).
+void FormLoadSheet(CustOrderSheet& sheet, quint8 mode, qint32 orderID);
+// Fills the sheet from the saved order N: the header boxes and a row per order row. An order
+// without rows fills the boxes and says so; an unknown number leaves the sheet as it is.
+// False when no order has the number.
+bool LoadSavedOrder(CustOrderSheet& sheet, qint32 orderNo);
+// The statement LoadSavedOrder reads the order's rows with.
+QString SavedOrderStatement(qint32 orderNo);
+// The entries of cboCatFilter: one blank entry, then every category.
+QStringList LoadCategoryFilter();
+
+// --- the add-items list ---
+struct PartsFilter {
+    QString itemFilter; // txtItemFilter
+    QString descFilter; // txtDescFilter
+    QString category;   // cboCatFilter
+};
+// The 7 columns of mParts: PartID, PartNo, Desc, Cat, RRP, SellAt, Loc.
+struct PartsColumn {
+    QString key;
+    QString caption;
+    int widthTwips;
+    bool rightAligned;
+};
+const QList<PartsColumn>& PartsColumns();
+// mParts: one record per item, read as a two-dimensional array (column 1 to 7, record from 1).
+struct PartsRecord {
+    QVariant partID;
+    QString partNo, desc, cat, rrp, sellAt, loc;
+};
+class PartsList {
+public:
+    int Rows() const { return int(mRecords.size()); }
+    // The cell of a record: 1 PartID, 2 PartNo, 3 Desc, 4 Cat, 5 RRP, 6 SellAt, 7 Loc; an
+    // empty value outside the array.
+    QVariant operator()(int column, int record) const;
+    void Append(PartsRecord record) { mRecords.append(std::move(record)); }
+
+private:
+    QVector<PartsRecord> mRecords;
+};
+QString PartsStatement(const PartsFilter& filter);
+// mParts: the items the filters contain, by part number; SellAt is discounted by `discount`
+// where the item allows discount.
+PartsList LoadPartsForOrder(const PartsFilter& filter, const QString& discount);
+// Appends record `record` of mParts to the order. Says "Customer?" and adds nothing when no
+// customer is shown. True when a row was added.
+bool AddPartToOrder(CustOrderSheet& sheet, const PartsList& parts, int record);
+
+// --- numbers ---
+// Each uses the caller's open database when given one, otherwise opens its own.
+qint32 NextCustBasketID(Database* db = nullptr);
+qint32 NextInvoiceNo(Database* db = nullptr);
+qint32 NextDespSeqNo(qint32 orderNo, Database* db = nullptr);
+
+// --- texts ---
+QString CustOrderCaption(quint8 mode);
+QString CustOrderTip(quint8 mode);
+QString CustOrderInfo(quint8 mode);
+// The help buttons: Command7, Command12, Command18, Command20, Command21 and btnPickHelp. Shows
+// the button's message; Command21 says nothing in modes 2 and 4.
+void ShowCustOrderHelp(const QString& button, quint8 mode);

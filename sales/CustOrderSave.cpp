@@ -1,0 +1,106 @@
+#include "sales/CustOrderSave.h"
+
+#include "foundation/Clock.h"
+#include "foundation/DbEngine.h"
+#include "foundation/Dialect.h"
+#include "foundation/Globals.h"
+#include "foundation/Helpers.h"
+#include "foundation/MsgBox.h"
+#include "sales/CustOrder.h"
+
+qint32 SettleOrderNumber(CustOrderSheet& sheet) {
+    const double typed = Val(sheet.custBasketID);
+    if (sheet.mode != OrderMode::NewOrder)
+        return qint32(typed);
+    const qint32 next = NextCustBasketID();
+    // A typed number may move the sequence up, never back over numbers in use.
+    if (typed > next)
+        return qint32(typed);
+    sheet.custBasketID = Format(next, QStringLiteral("0000"));
+    return next;
+}
+
+void WriteCustomerOrder(const CustOrderSheet& sheet, qint32 orderNo) {
+    const QString n = QString::number(orderNo);
+    const QString reference = SqlText(sheet.custOrNo);
+    const QString discount = QString::number(ParseLocaleNumber(sheet.discount), 'g', 15);
+    Database db = DBEngine::OpenDatabase(gDbPath);
+    // Update first: a save never changes the customer or the date of an order that exists.
+    db.Execute(QStringLiteral("UPDATE tblCustOrders SET  CustOrRef=") + reference +
+               QStringLiteral(", ORDiscount=") + discount +
+               QStringLiteral(" WHERE CustBasketID = ") + n);
+    if (db.RecordsAffected() == 0)
+        db.Execute(QStringLiteral("INSERT INTO tblCustOrders  (CustBasketID, CustID, SalesRef, "
+                                  "CustOrRef, CustOrDate, ORDiscount) VALUES  (") +
+                   n + QLatin1Char(',') + sheet.custID + QStringLiteral(",'',") + reference +
+                   QLatin1Char(',') + SqlDateLiteral(Today()) + QLatin1Char(',') + discount +
+                   QLatin1Char(')'));
+
+    const NumberMask qtyMask(QStringLiteral("0.0#"));
+    const NumberMask priceMask(QStringLiteral("0.00###"));
+    for (const OrderRow& row : sheet.rows) {
+        const double qty = ParseLocaleNumber(row[OrderCol::OrderQty]);
+        const QString key = QString::number(qint64(ParseLocaleNumber(row[OrderCol::RowID])));
+        if (qty > 0) {
+            const QString q = qtyMask.Sql(qty);
+            const QString sell = priceMask.Sql(ParseLocaleNumber(row[OrderCol::SellAt]));
+            if (key.toLongLong() > 0) {
+                // The gross price stays as it was first saved.
+                db.Execute(QStringLiteral("UPDATE tblCustOrderDetail SET  OrderedQty = ") + q +
+                           QStringLiteral(", NetPrice = ") + sell +
+                           QStringLiteral(" WHERE RowID = ") + key);
+            } else {
+                db.Execute(
+                    QStringLiteral("INSERT INTO tblCustOrderDetail  ( CustBasketDetailID, StockID, "
+                                   "OrderedQty, GrosPrice, NetPrice, ShippedQty) VALUES  (") +
+                    n + QLatin1Char(',') + row[OrderCol::StockID] + QLatin1Char(',') + q +
+                    QLatin1Char(',') + priceMask.Sql(ParseLocaleNumber(row[OrderCol::Price])) +
+                    QLatin1Char(',') + sell + QStringLiteral(",0);"));
+            }
+        } else {
+            // A quantity of 0 removes the row; a row never saved has key 0 and touches nothing.
+            db.Execute(QStringLiteral("DELETE FROM tblCustOrderDetail  WHERE RowID = ") + key);
+        }
+    }
+}
+
+qint32 SaveCustomerOrder(CustOrderSheet& sheet) {
+    const qint32 n = SettleOrderNumber(sheet);
+    WriteCustomerOrder(sheet, n);
+    return n;
+}
+
+bool ValidateOrderQuantities(const CustOrderSheet& sheet) {
+    QString reasons;
+    for (const OrderRow& row : sheet.rows) {
+        const double qty = ParseLocaleNumber(row[OrderCol::OrderQty]);
+        const double done = ParseLocaleNumber(row[OrderCol::Done]);
+        const QString line = QStringLiteral("\nThe Qty in Row ") + row[OrderCol::Item];
+        if (qty < done)
+            reasons += line + QStringLiteral(" is below the Qty already supplied to the customer");
+        else if (qty < 0)
+            reasons += line + QStringLiteral(" is below zero");
+    }
+    if (reasons.isEmpty())
+        return true;
+    MsgBox(QStringLiteral("The order could not be saved because of the reasons listed below") +
+               reasons,
+           vbOKOnly | vbInformation, QStringLiteral("Can't save"));
+    return false;
+}
+
+bool SaveOrderCommand(CustOrderSheet& sheet) {
+    if (sheet.rows.isEmpty()) {
+        MsgBox(QStringLiteral("Can't save an empty order"), vbOKOnly | vbInformation,
+               QStringLiteral("Order has no items"));
+        return false;
+    }
+    if (sheet.mode == OrderMode::SavedOrder) {
+        if (!ValidateOrderQuantities(sheet))
+            return false;
+    } else if (sheet.mode != OrderMode::NewOrder) {
+        return false;
+    }
+    SaveCustomerOrder(sheet);
+    return true;
+}

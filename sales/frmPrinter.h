@@ -1,0 +1,34 @@
+// The printing panel of the customer order window: the printer to use and one button per
+// document. Which buttons show depends on what was just saved: an order offers the order copy,
+// an invoice the invoice, the delivery note and the packing note.
+#pragma once
+
+#include <QGroupBox>
+
+class QComboBox;
+class QPushButton;
+
+class frmPrinter : public QGroupBox {
+    Q_OBJECT
+public:
+    explicit frmPrinter(QWidget* parent = nullptr);
+
+    // The order copy alone (after an order is saved), or the invoice documents (after an
+    // invoice is saved).
+    enum class Documents { Order, Invoice };
+    void ShowDocumentButtons(Documents documents);
+
+    QComboBox* cboSelectPrinter = nullptr;
+    QPushButton* btnPrintOrder = nullptr;    // "Order"
+    QPushButton* btnPrintInvoice = nullptr;  // "Invoice"
+    QPushButton* btnPrintDelNote = nullptr;  // "Delivery"
+    QPushButton* btnPrintPickList = nullptr; // "PickList"
+    QPushButton* btnPickHelp = nullptr;
+    QPushButton* btnPrintPList = nullptr;
+    QPushButton* cmdCancelPrint = nullptr; // "Finished printing": hides the panel
+
+signals:
+    // A document button was pressed: "Order", "Invoice", "Delivery" or "PickList".
+    void PrintRequested(const QString& kind);
+    void PickHelpRequested();
+};
