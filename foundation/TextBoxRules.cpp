@@ -58,7 +58,13 @@ bool TextRulesFilter::eventFilter(QObject* watched, QEvent* event) {
                 insertText(watched, QStringLiteral("`"));
                 return true;
             }
+            if (mUpper && code >= 'a' && code <= 'z') {
+                insertText(watched, QString(QChar(code - 'a' + 'A')));
+                return true;
+            }
             return false;
+        case Kind::Digits:
+            return !(code == 8 || (code >= '0' && code <= '9'));
         case Kind::Number: {
             auto* le = qobject_cast<QLineEdit*>(watched);
             return NumericKey(le ? le->text() : QString(), code) == 0;
@@ -75,7 +81,7 @@ bool TextRulesFilter::eventFilter(QObject* watched, QEvent* event) {
         }
         }
     } else if (event->type() == QEvent::FocusOut) {
-        if (mKind == Kind::Text) {
+        if (mKind == Kind::Text || mKind == Kind::Digits) {
             replaceApostrophes(watched);
         } else if (mKind == Kind::Number) {
             auto* le = qobject_cast<QLineEdit*>(watched);
@@ -86,11 +92,15 @@ bool TextRulesFilter::eventFilter(QObject* watched, QEvent* event) {
     return false;
 }
 
-void AttachTextRules(QWidget* box) {
+void AttachTextRules(QWidget* box, bool upper) {
     QObject* target = box;
     if (auto* cb = qobject_cast<QComboBox*>(box); cb && cb->lineEdit())
         target = cb->lineEdit();
-    target->installEventFilter(new TextRulesFilter(TextRulesFilter::Kind::Text, {}, false, box));
+    target->installEventFilter(new TextRulesFilter(TextRulesFilter::Kind::Text, {}, upper, box));
+}
+
+void AttachDigitRules(QLineEdit* box) {
+    box->installEventFilter(new TextRulesFilter(TextRulesFilter::Kind::Digits, {}, false, box));
 }
 
 void AttachNumberRules(QLineEdit* box, const QString& mask, BlankBox blank) {

@@ -8,19 +8,22 @@ class QWidget;
 class QLineEdit;
 
 // Free text (QLineEdit, QPlainTextEdit, QTextEdit, editable QComboBox): "'" typed becomes a
-// back-quote; on leaving, any "'" left (pasted text) is replaced and the text written back.
-void AttachTextRules(QWidget* box);
+// back-quote; on leaving, any "'" left (pasted text) is replaced and the text written back. With
+// `upper` set, the letters a to z are also turned into capitals as they are typed.
+void AttachTextRules(QWidget* box, bool upper = false);
 // Number boxes: NumericKey on each key; on leaving, the text is formatted with the mask (a blank
 // box then reads 0, unless it is to stay blank).
 enum class BlankBox { ReadsZero, StaysBlank };
 void AttachNumberRules(QLineEdit* box, const QString& mask, BlankBox blank = BlankBox::ReadsZero);
+// Whole-number boxes: only the digits 0 to 9 and backspace pass; on leaving, any "'" is replaced.
+void AttachDigitRules(QLineEdit* box);
 // Code boxes: AlphaNumericKey on each key, lower case turned to upper when `upper` is set.
 void AttachAlphaNumericRules(QLineEdit* box, bool upper);
 
 class TextRulesFilter : public QObject {
     Q_OBJECT
 public:
-    enum class Kind { Text, Number, AlphaNumeric };
+    enum class Kind { Text, Number, AlphaNumeric, Digits };
     TextRulesFilter(Kind kind, const QString& mask, bool upper, QObject* parent,
                     BlankBox blank = BlankBox::ReadsZero);
     bool eventFilter(QObject* watched, QEvent* event) override;
