@@ -15,6 +15,7 @@
 #include "inventory/frmInvAdjustments.h"
 #include "inventory/frmStockQtyInfo.h"
 #include "maintenance/frmDBUtils.h"
+#include "purchasing/basket.h"
 
 #include <QAction>
 #include <QApplication>
@@ -921,7 +922,9 @@ void FormMain::ShowNewItemPanel() {
 
 void FormMain::OpenCustOrder() {}
 void FormMain::ShowCustOrderList() {}
-void FormMain::OpenBasket() {}
+void FormMain::OpenBasket() {
+    basket::Open(this);
+}
 void FormMain::OpenORViewer() {}
 void FormMain::OpenGoodsIn() {}
 void FormMain::OpenNewContact() {
