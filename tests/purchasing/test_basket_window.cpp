@@ -215,10 +215,14 @@ private slots:
                  QStringList({"RES-10K", "RELAY-5V"}));
         Shot(&w, QStringLiteral("basket-parts"));
 
-        // A double-click (the grid's row activation) adds the part, twice if done twice, and
-        // marks the item.
-        for (int i = 0; i < 2; ++i)
-            emit w.gdxBParts->RowActivated(2);
+        // A double-click on a part adds it, twice if done twice, and marks the item.
+        QTableView* parts = w.gdxBParts->TableView();
+        const QPoint at = parts->visualRect(parts->model()->index(1, 1)).center();
+        for (int i = 0; i < 2; ++i) {
+            QTest::qWait(QApplication::doubleClickInterval() + 50);
+            QTest::mouseClick(parts->viewport(), Qt::LeftButton, {}, at);
+            QTest::mouseDClick(parts->viewport(), Qt::LeftButton, {}, at);
+        }
         QCOMPARE(w.gdxBList->RowCount(), 2);
         QCOMPARE(Column(*w.gdxBList, QStringLiteral("PartNo")),
                  QStringList({"RELAY-5V", "RELAY-5V"}));
