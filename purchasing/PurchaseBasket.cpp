@@ -16,6 +16,13 @@ namespace {
 
 const QString kQtyMask = QStringLiteral("0.0#");
 
+// A stored number for a mask. A number the engine holds goes to the mask as it is: the mask
+// writes 15 significant digits, which is what ParseLocaleNumber's round trip would keep.
+double MaskValue(const Field& f) {
+    const QVariant v = f.Value();
+    return v.typeId() == QMetaType::Double ? v.toDouble() : ParseLocaleNumber(v);
+}
+
 } // namespace
 
 bool BasketTicked(const QVariant& v) {
@@ -103,15 +110,15 @@ BasketLoad LoadBasket(qint32 supplierId) {
         a(BasketCol::PartNo, r) = partNo;
         a(BasketCol::Name, r) = rs.Fields(fName).Text();
         a(BasketCol::Description, r) = rs.Fields(fDesc).Text();
-        a(BasketCol::ReqQty, r) = qty.Screen(ParseLocaleNumber(rs.Fields(fReq).Value()));
-        a(BasketCol::MinQty, r) = qty.Screen(ParseLocaleNumber(rs.Fields(fMin).Value()));
+        a(BasketCol::ReqQty, r) = qty.Screen(MaskValue(rs.Fields(fReq)));
+        a(BasketCol::MinQty, r) = qty.Screen(MaskValue(rs.Fields(fMin)));
         a(BasketCol::DelDate, r) = ShowDate(rs.Fields(fDate).Value());
         // Any stored value other than 0 reads as ticked, a Null included.
         const Field tick = rs.Fields(fTick);
         a(BasketCol::Ticked, r) = tick.IsNull() || tick.Double() != 0;
         a(BasketCol::RowID, r) = rs.Fields(fRow).Long();
         a(BasketCol::ItemID, r) = rs.Fields(fItem).Long();
-        a(BasketCol::Price, r) = price.Plain(ParseLocaleNumber(rs.Fields(fPrice).Value()));
+        a(BasketCol::Price, r) = price.Plain(MaskValue(rs.Fields(fPrice)));
         a(BasketCol::SupPNo, r) = rs.Fields(fSupPNo).Text();
     }
     return load;
@@ -203,8 +210,8 @@ BasketLoad ShowSupplierParts(qint32 supplierId, const QString& filter) {
         a(PartCol::Name, r) = rs.Fields(2).Text();
         a(PartCol::Category, r) = rs.Fields(3).Text();
         a(PartCol::Description, r) = rs.Fields(4).Text();
-        a(PartCol::Price, r) = price.Plain(ParseLocaleNumber(rs.Fields(5).Value()));
-        a(PartCol::MinQty, r) = qty.Screen(ParseLocaleNumber(rs.Fields(6).Value()));
+        a(PartCol::Price, r) = price.Plain(MaskValue(rs.Fields(5)));
+        a(PartCol::MinQty, r) = qty.Screen(MaskValue(rs.Fields(6)));
         a(PartCol::SupPNo, r) = rs.Fields(7).Text();
         rs.MoveNext();
     }
