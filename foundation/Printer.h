@@ -95,6 +95,9 @@ public:
     void NewPage();
     // Ends the document and sends it. Nothing happens when no drawing was made.
     void EndDoc();
+    // True while the document under way is being dropped: its start was refused (the PDF writer's
+    // file name was cancelled), so nothing of it will print.
+    bool DocumentDropped() const { return mDoc == Doc::Dropped; }
 
 protected:
     // paperWidth and paperHeight: the paper in portrait, in twips.

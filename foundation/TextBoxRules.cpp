@@ -99,6 +99,10 @@ bool TextRulesFilter::eventFilter(QObject* watched, QEvent* event) {
                 insertText(watched, QStringLiteral("`"));
                 return true;
             }
+            if (mUpper && code >= 'a' && code <= 'z') {
+                insertText(watched, QString(QChar(code - 'a' + 'A')));
+                return true;
+            }
             return false;
         case Kind::Number: {
             auto* le = qobject_cast<QLineEdit*>(watched);
@@ -120,6 +124,8 @@ bool TextRulesFilter::eventFilter(QObject* watched, QEvent* event) {
             if (mRemoveOnLeave)
                 removeApostrophes(watched);
         } else if (mKind == Kind::Digits) {
+            // Pasted text may still hold an apostrophe; typed keys never do.
+            replaceApostrophes(watched);
             auto* le = qobject_cast<QLineEdit*>(watched);
             if (le && !mMask.isEmpty())
                 le->setText(Format(ParseLocaleNumber(le->text()), mMask));
@@ -132,11 +138,11 @@ bool TextRulesFilter::eventFilter(QObject* watched, QEvent* event) {
     return false;
 }
 
-void AttachTextRules(QWidget* box) {
+void AttachTextRules(QWidget* box, bool upper) {
     QObject* target = box;
     if (auto* cb = qobject_cast<QComboBox*>(box); cb && cb->lineEdit())
         target = cb->lineEdit();
-    target->installEventFilter(new TextRulesFilter(TextRulesFilter::Kind::Text, {}, false, box));
+    target->installEventFilter(new TextRulesFilter(TextRulesFilter::Kind::Text, {}, upper, box));
 }
 
 void AttachNumberRules(QLineEdit* box, const QString& mask, BlankBox blank) {

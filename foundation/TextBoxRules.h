@@ -9,8 +9,9 @@ class QWidget;
 class QLineEdit;
 
 // Free text (QLineEdit, QPlainTextEdit, QTextEdit, editable QComboBox): "'" typed becomes a
-// back-quote; on leaving, any "'" left (pasted text) is replaced and the text written back.
-void AttachTextRules(QWidget* box);
+// back-quote; on leaving, any "'" left (pasted text) is replaced and the text written back. With
+// `upper` set, the letters a to z are also turned into capitals as they are typed.
+void AttachTextRules(QWidget* box, bool upper = false);
 // Number boxes: NumericKey on each key; on leaving, the text is formatted with the mask (a blank
 // box then reads 0, unless it is to stay blank).
 enum class BlankBox { ReadsZero, StaysBlank };
@@ -20,8 +21,8 @@ void AttachAlphaNumericRules(QLineEdit* box, bool upper);
 // Free text that refuses "'" outright; with `removeOnLeave`, any "'" left (pasted text) is taken
 // out of the text on leaving.
 void AttachNoApostropheRules(QWidget* box, bool removeOnLeave);
-// Boxes that take the digits 0 to 9 and backspace only; on leaving, the text is formatted with
-// `mask` when one is given.
+// Boxes that take the digits 0 to 9 and backspace only; on leaving, a pasted "'" becomes "`" and
+// the text is formatted with `mask` when one is given.
 void AttachDigitRules(QLineEdit* box, const QString& mask = QString());
 // A box whose keys follow a rule of its own: the text so far and the key code typed (backspace
 // is 8) in, the code to accept or 0 to drop the key out.

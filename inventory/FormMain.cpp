@@ -17,6 +17,7 @@
 #include "inventory/frmStockQtyInfo.h"
 #include "inventory/frmUsedIn.h"
 #include "maintenance/frmDBUtils.h"
+#include "purchasing/basket.h"
 #include "reports/frmReporterMenu.h"
 #include "sales/CustOrderListPanel.h"
 #include "sales/frmCustOrder.h"
@@ -963,7 +964,9 @@ void FormMain::ShowCustOrderList() {
         list->ListCustomerOrders(true);
 }
 
-void FormMain::OpenBasket() {}
+void FormMain::OpenBasket() {
+    basket::Open(this);
+}
 void FormMain::OpenORViewer() {}
 void FormMain::OpenGoodsIn() {}
 void FormMain::OpenNewContact() {
