@@ -519,7 +519,11 @@ Database DBEngine::openFile(const QString& path, bool readOnly) {
         throw DbError(DbErr::FileNotFound, QStringLiteral("Could not find file '%1'.").arg(path));
     Database db;
     sqlite3* h = nullptr;
-    const int flags = (readOnly ? SQLITE_OPEN_READONLY : SQLITE_OPEN_READWRITE);
+    // A file that nobody may write to (a read-only file) is opened for reading, whoever runs the
+    // program: its writes then fail as read-only.
+    const QFile::Permissions writeBits = QFile::WriteOwner | QFile::WriteGroup | QFile::WriteOther;
+    const bool writable = (QFileInfo(path).permissions() & writeBits) != 0;
+    const int flags = readOnly || !writable ? SQLITE_OPEN_READONLY : SQLITE_OPEN_READWRITE;
     int rc = sqlite3_open_v2(QFile::encodeName(path).constData(), &h, flags, nullptr);
     if (rc != SQLITE_OK) {
         const QString d =
