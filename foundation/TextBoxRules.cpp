@@ -3,6 +3,7 @@
 #include "foundation/Helpers.h"
 
 #include <QComboBox>
+#include <QCoreApplication>
 #include <QEvent>
 #include <QKeyEvent>
 #include <QLineEdit>
@@ -11,21 +12,32 @@
 
 namespace {
 
-void insertText(QObject* box, const QString& text) {
+// The widget that receives a box's keys and focus changes. An editable combo box keeps the focus
+// itself (its line edit's focus goes to it) and hands each typed key to its line edit by calling
+// the line edit directly, past any filter on the line edit; a box made of parts sends its focus
+// on through its focus proxy. The rules therefore sit on the widget the focus goes to.
+QWidget* keyTarget(QWidget* box) {
+    QWidget* target = box;
+    while (target->focusProxy())
+        target = target->focusProxy();
+    if (auto* edit = qobject_cast<QLineEdit*>(target))
+        if (auto* combo = qobject_cast<QComboBox*>(edit->parentWidget());
+            combo && combo->lineEdit() == edit)
+            return combo;
+    return target;
+}
+
+// The line edit whose text a rule reads and writes: the box itself or a combo box's edit.
+QLineEdit* lineEditOf(QObject* box) {
     if (auto* le = qobject_cast<QLineEdit*>(box))
-        le->insert(text);
-    else if (auto* pe = qobject_cast<QPlainTextEdit*>(box))
-        pe->insertPlainText(text);
-    else if (auto* te = qobject_cast<QTextEdit*>(box))
-        te->insertPlainText(text);
-    else if (auto* cb = qobject_cast<QComboBox*>(box); cb && cb->lineEdit())
-        cb->lineEdit()->insert(text);
+        return le;
+    if (auto* cb = qobject_cast<QComboBox*>(box))
+        return cb->lineEdit();
+    return nullptr;
 }
 
 void replaceApostrophes(QObject* box) {
-    if (auto* cb = qobject_cast<QComboBox*>(box))
-        box = cb->lineEdit();
-    if (auto* le = qobject_cast<QLineEdit*>(box)) {
+    if (QLineEdit* le = lineEditOf(box)) {
         if (le->text().contains(QLatin1Char('\'')))
             le->setText(ApostropheOut(le->text()));
     } else if (auto* pe = qobject_cast<QPlainTextEdit*>(box)) {
@@ -35,6 +47,16 @@ void replaceApostrophes(QObject* box) {
         if (te->toPlainText().contains(QLatin1Char('\'')))
             te->setPlainText(ApostropheOut(te->toPlainText()));
     }
+}
+
+// Types `code` into the box in place of the key pressed, as if that key had been pressed.
+void retype(QObject* box, const QKeyEvent* pressed, int code) {
+    const QChar c(code);
+    // Qt's key codes of these characters are their upper-case code points.
+    const int key = c.toUpper().unicode();
+    QKeyEvent replaced(QEvent::KeyPress, key, pressed->modifiers(), QString(c),
+                       pressed->isAutoRepeat(), ushort(pressed->count()));
+    QCoreApplication::sendEvent(box, &replaced);
 }
 
 } // namespace
@@ -55,12 +77,12 @@ bool TextRulesFilter::eventFilter(QObject* watched, QEvent* event) {
         switch (mKind) {
         case Kind::Text:
             if (code == '\'') {
-                insertText(watched, QStringLiteral("`"));
+                retype(watched, ke, '`');
                 return true;
             }
             return false;
         case Kind::Number: {
-            auto* le = qobject_cast<QLineEdit*>(watched);
+            const QLineEdit* le = lineEditOf(watched);
             return NumericKey(le ? le->text() : QString(), code) == 0;
         }
         case Kind::AlphaNumeric: {
@@ -68,7 +90,7 @@ bool TextRulesFilter::eventFilter(QObject* watched, QEvent* event) {
             if (accepted == 0)
                 return true;
             if (accepted != code) {
-                insertText(watched, QString(QChar(accepted)));
+                retype(watched, ke, accepted);
                 return true;
             }
             return false;
@@ -78,7 +100,7 @@ bool TextRulesFilter::eventFilter(QObject* watched, QEvent* event) {
         if (mKind == Kind::Text) {
             replaceApostrophes(watched);
         } else if (mKind == Kind::Number) {
-            auto* le = qobject_cast<QLineEdit*>(watched);
+            QLineEdit* le = lineEditOf(watched);
             if (le && !(mBlank == BlankBox::StaysBlank && le->text().trimmed().isEmpty()))
                 le->setText(FormatNumber(le->text(), mMask));
         }
@@ -86,19 +108,27 @@ bool TextRulesFilter::eventFilter(QObject* watched, QEvent* event) {
     return false;
 }
 
+namespace {
+// Puts a rule on the widget that receives the box's keys; a combo box's line edit takes it too,
+// for keys sent to the line edit itself. Keys the combo box hands on reach the line edit past its
+// filters, so no key meets the rule twice.
+void attach(QWidget* box, TextRulesFilter* filter) {
+    QWidget* target = keyTarget(box);
+    filter->setParent(target);
+    target->installEventFilter(filter);
+    if (auto* combo = qobject_cast<QComboBox*>(target); combo && combo->lineEdit())
+        combo->lineEdit()->installEventFilter(filter);
+}
+} // namespace
+
 void AttachTextRules(QWidget* box) {
-    QObject* target = box;
-    if (auto* cb = qobject_cast<QComboBox*>(box); cb && cb->lineEdit())
-        target = cb->lineEdit();
-    target->installEventFilter(new TextRulesFilter(TextRulesFilter::Kind::Text, {}, false, box));
+    attach(box, new TextRulesFilter(TextRulesFilter::Kind::Text, {}, false, nullptr));
 }
 
-void AttachNumberRules(QLineEdit* box, const QString& mask, BlankBox blank) {
-    box->installEventFilter(
-        new TextRulesFilter(TextRulesFilter::Kind::Number, mask, false, box, blank));
+void AttachNumberRules(QWidget* box, const QString& mask, BlankBox blank) {
+    attach(box, new TextRulesFilter(TextRulesFilter::Kind::Number, mask, false, nullptr, blank));
 }
 
-void AttachAlphaNumericRules(QLineEdit* box, bool upper) {
-    box->installEventFilter(
-        new TextRulesFilter(TextRulesFilter::Kind::AlphaNumeric, {}, upper, box));
+void AttachAlphaNumericRules(QWidget* box, bool upper) {
+    attach(box, new TextRulesFilter(TextRulesFilter::Kind::AlphaNumeric, {}, upper, nullptr));
 }
