@@ -206,6 +206,37 @@ private slots:
         compareWithStatement(request(UBMode::AllItems));
     }
 
+    void editsOfALoadedListAreKept() {
+        TestData data;
+        QVERIFY(data.ok());
+        fillTies(60, 7);
+        const QList<QStringList> expected = walkOfStatement(request(UBMode::AllItems));
+        UBItemResult r = LoadUBItems(request(UBMode::AllItems));
+        QVERIFY(r.rowCount > 3);
+        QVector<QVariant> values;
+        for (int c = 1; c <= r.data.Columns(); ++c)
+            values << std::as_const(r.data)(c, 2);
+        values[UBItemColumn(QStringLiteral("Qty")) - 1] = QStringLiteral("12.5");
+        values[UBItemColumn(QStringLiteral("Desc")) - 1] = QStringLiteral("changed");
+        QVERIFY(UBCopyRowBack(r.data, 2, values));
+        QCOMPARE(std::as_const(r.data)(UBItemColumn(QStringLiteral("Qty")), 2).toString(),
+                 QStringLiteral("12.5"));
+        QCOMPARE(std::as_const(r.data)(UBItemColumn(QStringLiteral("Desc")), 2).toString(),
+                 QStringLiteral("changed"));
+        QCOMPARE(std::as_const(r.data)(UBItemColumn(QStringLiteral("PNo")), 2).toString(),
+                 expected[1][1]);
+        // A refused edit leaves the row as it was; the other rows never changed.
+        values[UBItemColumn(QStringLiteral("Qty")) - 1] = QStringLiteral("12,5 EUR");
+        QVERIFY(!UBCopyRowBack(r.data, 2, values));
+        QCOMPARE(std::as_const(r.data)(UBItemColumn(QStringLiteral("Qty")), 2).toString(),
+                 QStringLiteral("12.5"));
+        QList<QStringList> rows = rowsOf(r);
+        rows.removeAt(1);
+        QList<QStringList> others = expected;
+        others.removeAt(1);
+        QCOMPARE(rows, others);
+    }
+
     void firstRowWalkTakesEachChangeOfText() {
         FirstRowPerPartNumber walk;
         QVERIFY(walk.Take(QStringLiteral("A")));
