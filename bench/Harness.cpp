@@ -32,9 +32,10 @@ double Median(QList<double> values) {
 
 qint64 RunBareStatements(const QString& dbPath, const QStringList& sql) {
     sqlite3* db = nullptr;
-    // Opened as the engine opens a file for one action: shared, writable, with a busy timeout.
-    if (sqlite3_open_v2(QFile::encodeName(dbPath).constData(), &db, SQLITE_OPEN_READWRITE,
-                        nullptr) != SQLITE_OK) {
+    // Opened as the engine opens a file for one action: shared, writable, without the engine's
+    // locking per call, with a busy timeout.
+    if (sqlite3_open_v2(QFile::encodeName(dbPath).constData(), &db,
+                        SQLITE_OPEN_READWRITE | SQLITE_OPEN_NOMUTEX, nullptr) != SQLITE_OK) {
         const std::string msg = db ? sqlite3_errmsg(db) : "cannot open";
         sqlite3_close_v2(db);
         throw std::runtime_error(msg);

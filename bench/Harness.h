@@ -17,6 +17,8 @@ struct Benchmark {
     // group opens a connection; each statement is prepared, stepped to the end with every column
     // of every row read, and finalized.
     QList<QStringList> bareActions;
+    // Times a window (offscreen): the program then runs with a QApplication.
+    bool windows = false;
 };
 
 struct BenchResult {
@@ -37,7 +39,20 @@ public:
                     const QList<QStringList>& bareActions) {
         mBenchmarks.append({name, std::move(procedure), bareActions});
     }
+    // An action in a window, from the user's click to what the window shows; the window is made
+    // by the procedure's first (warm-up) run and kept.
+    void addWindow(const QString& name, std::function<void()> procedure,
+                   const QStringList& bareSql) {
+        mBenchmarks.append({name, std::move(procedure), {bareSql}, true});
+    }
     const QList<Benchmark>& benchmarks() const { return mBenchmarks; }
+    // Whether a benchmark that `filter` selects needs windows.
+    bool needsWindows(const QRegularExpression& filter) const {
+        for (const Benchmark& b : mBenchmarks)
+            if (b.windows && filter.match(b.name).hasMatch())
+                return true;
+        return false;
+    }
 
 private:
     QList<Benchmark> mBenchmarks;

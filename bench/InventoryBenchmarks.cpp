@@ -16,7 +16,7 @@ QString itemStatement(const UBItemRequest& request) {
     UBFilters filters = request.filters;
     if (view.setsCategoryFilter)
         filters.category = request.category;
-    return UBItemStatement(filters, view.extraWhere);
+    return UBItemFileOrderStatement(filters, view.extraWhere);
 }
 
 // Items spread evenly over the file, for the benchmarks that open one item after another.

@@ -6,5 +6,5 @@ add_executable(qstk3-bench
     ${CMAKE_CURRENT_LIST_DIR}/Harness.cpp
     ${QS_BENCH_SETS}
 )
-target_link_libraries(qstk3-bench PRIVATE quillstock_gendata quillstock_core)
+target_link_libraries(qstk3-bench PRIVATE quillstock_gendata quillstock_gui)
 set_target_properties(qstk3-bench PROPERTIES RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR})

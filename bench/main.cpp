@@ -7,7 +7,7 @@
 #include "foundation/Globals.h"
 #include "tools/GenData.h"
 
-#include <QCoreApplication>
+#include <QApplication>
 #include <QDir>
 #include <QElapsedTimer>
 #include <QFile>
@@ -15,6 +15,7 @@
 #include <QSysInfo>
 #include <QTemporaryDir>
 #include <QThread>
+#include <memory>
 #include <sqlite3.h>
 
 namespace {
@@ -49,10 +50,13 @@ qint64 countRows(Database& db, const QString& table) {
 } // namespace
 
 int main(int argc, char** argv) {
-    QCoreApplication app(argc, argv);
     QTextStream out(stdout);
     QTextStream err(stderr);
-    const QStringList args = app.arguments();
+    // The application object comes once the benchmarks are known: a QApplication on the
+    // offscreen platform when a window is timed, otherwise a QCoreApplication.
+    QStringList args;
+    for (int i = 0; i < argc; ++i)
+        args << QString::fromLocal8Bit(argv[i]);
     QString dataDir;
     QString filterText = QStringLiteral(".");
     GenDataOptions gen;
@@ -110,7 +114,17 @@ int main(int argc, char** argv) {
         return 1;
     }
 
+    std::unique_ptr<QCoreApplication> app;
     try {
+        const BenchContext context = ReadBenchContext(gDbPath);
+        BenchRegistry registry;
+        AddRegisteredBenchmarks(registry, context);
+        if (registry.needsWindows(filter)) {
+            qputenv("QT_QPA_PLATFORM", "offscreen");
+            app = std::make_unique<QApplication>(argc, argv);
+        } else {
+            app = std::make_unique<QCoreApplication>(argc, argv);
+        }
         {
             Database db = DBEngine::OpenDatabase(gDbPath);
             out << "# scale: items " << countRows(db, QStringLiteral("tblStockItems"))
@@ -136,10 +150,6 @@ int main(int argc, char** argv) {
                "row read\n";
         out << "# name\tprocedure_ms\tbare_ms\tratio\n";
         out.flush();
-
-        const BenchContext context = ReadBenchContext(gDbPath);
-        BenchRegistry registry;
-        AddRegisteredBenchmarks(registry, context);
         RunBenchmarks(registry, gDbPath, filter, runs, out);
     } catch (const DbError& e) {
         err << "qstk3-bench: engine error " << e.Number() << ": " << e.Description() << "\n";

@@ -437,6 +437,27 @@ QString Recordset::columnText(int index) const {
     }
 }
 
+QByteArrayView Recordset::columnUtf8(int index) const {
+    if (mEof || !mStmt)
+        throw DbError(3021, QStringLiteral("No current record."));
+    const auto* p = reinterpret_cast<const char*>(sqlite3_column_text(mStmt, index));
+    return p ? QByteArrayView(p, sqlite3_column_bytes(mStmt, index)) : QByteArrayView();
+}
+
+double Recordset::columnDouble(int index) const {
+    if (mEof || !mStmt)
+        throw DbError(3021, QStringLiteral("No current record."));
+    switch (sqlite3_column_type(mStmt, index)) {
+    case SQLITE_INTEGER:
+    case SQLITE_FLOAT:
+        return sqlite3_column_double(mStmt, index);
+    case SQLITE_NULL:
+        return 0;
+    default:
+        return Val(columnText(index));
+    }
+}
+
 void Recordset::AddNew() {
     mEditMode = EditMode::Add;
     mPending.clear();
@@ -506,6 +527,22 @@ QVariant Field::Value() const {
 bool Field::IsNull() const {
     return mRs->columnIsNull(mIndex);
 }
+FieldType Field::Type() const {
+    if (mRs->mEof || !mRs->mStmt)
+        throw DbError(3021, QStringLiteral("No current record."));
+    switch (sqlite3_column_type(mRs->mStmt, mIndex)) {
+    case SQLITE_INTEGER:
+        return FieldType::Long;
+    case SQLITE_FLOAT:
+        return FieldType::Double;
+    case SQLITE_TEXT:
+        return FieldType::Text;
+    case SQLITE_BLOB:
+        return FieldType::Binary;
+    default:
+        return FieldType::Null;
+    }
+}
 QString Field::Name() const {
     return mRs->FieldName(mIndex);
 }
@@ -517,35 +554,17 @@ QString Field::Text() const {
 // Numbers are read straight from the column, without a variant in between: lists read a few
 // of them on every row.
 double Field::Double() const {
-    if (mRs->mEof || !mRs->mStmt)
-        throw DbError(3021, QStringLiteral("No current record."));
-    sqlite3_stmt* stmt = mRs->mStmt;
-    switch (sqlite3_column_type(stmt, mIndex)) {
-    case SQLITE_INTEGER:
-        return double(sqlite3_column_int64(stmt, mIndex));
-    case SQLITE_FLOAT:
-        return sqlite3_column_double(stmt, mIndex);
-    case SQLITE_NULL:
-        return 0;
-    default:
-        return Val(mRs->columnText(mIndex));
-    }
+    return mRs->columnDouble(mIndex);
 }
 
 qint64 Field::Long() const {
-    if (mRs->mEof || !mRs->mStmt)
-        throw DbError(3021, QStringLiteral("No current record."));
-    sqlite3_stmt* stmt = mRs->mStmt;
-    switch (sqlite3_column_type(stmt, mIndex)) {
-    case SQLITE_INTEGER:
-        return sqlite3_column_int64(stmt, mIndex);
-    case SQLITE_FLOAT:
-        return qint64(std::llround(sqlite3_column_double(stmt, mIndex)));
-    case SQLITE_NULL:
-        return 0;
-    default:
-        return qint64(std::llround(Val(mRs->columnText(mIndex))));
-    }
+    if (mRs->mStmt && !mRs->mEof && sqlite3_column_type(mRs->mStmt, mIndex) == SQLITE_INTEGER)
+        return sqlite3_column_int64(mRs->mStmt, mIndex);
+    return qint64(std::llround(mRs->columnDouble(mIndex)));
+}
+
+QByteArrayView Field::Utf8() const {
+    return mRs->columnUtf8(mIndex);
 }
 
 // ---------------------------------------------------------------- DBEngine
@@ -555,7 +574,13 @@ Database DBEngine::openFile(const QString& path, bool readOnly) {
         throw DbError(DbErr::FileNotFound, QStringLiteral("Could not find file '%1'.").arg(path));
     Database db;
     sqlite3* h = nullptr;
-    const int flags = (readOnly ? SQLITE_OPEN_READONLY : SQLITE_OPEN_READWRITE);
+    // A file that nobody may write to (a read-only file) is opened for reading, whoever runs the
+    // program: its writes then fail as read-only. One thread uses a connection at a time, so the
+    // engine's own locking per call is left out.
+    const QFile::Permissions writeBits = QFile::WriteOwner | QFile::WriteGroup | QFile::WriteOther;
+    const bool writable = (QFileInfo(path).permissions() & writeBits) != 0;
+    const int flags = SQLITE_OPEN_NOMUTEX |
+                      (readOnly || !writable ? SQLITE_OPEN_READONLY : SQLITE_OPEN_READWRITE);
     int rc = sqlite3_open_v2(QFile::encodeName(path).constData(), &h, flags, nullptr);
     if (rc != SQLITE_OK) {
         const QString d =

@@ -2,6 +2,7 @@
 // Nothing outside this file and DbEngine.cpp touches sqlite3_* directly.
 #pragma once
 
+#include <QByteArrayView>
 #include <QHash>
 #include <QString>
 #include <QStringList>
@@ -41,15 +42,23 @@ constexpr int Generic = 3146;          // any other engine failure
 class Database;
 class Recordset;
 
+// What a value of the current row is: the engine keeps a type per value, not per column.
+enum class FieldType { Null, Long, Double, Text, Binary };
+
 // One column of the current row of a record set.
 class Field {
 public:
     Field(const Recordset* rs, int index) : mRs(rs), mIndex(index) {}
     QVariant Value() const; // null when the column is Null
     QString Text() const;   // "" when Null
-    double Double() const;  // 0 when Null or not a number
-    qint64 Long() const;    // 0 when Null or not a number
+    // The value as the engine holds it in UTF-8, without a copy: for reading long walks fast.
+    // Valid until the record set moves; empty for Null. A number gives the engine's own text of
+    // it, which need not be Text()'s.
+    QByteArrayView Utf8() const;
+    double Double() const; // 0 when Null or not a number
+    qint64 Long() const;   // 0 when Null or not a number
     bool IsNull() const;
+    FieldType Type() const;
     QString Name() const;
     operator QString() const { return Text(); }
 
@@ -96,6 +105,8 @@ private:
     void step();
     QVariant columnValue(int index) const;
     QString columnText(int index) const;
+    QByteArrayView columnUtf8(int index) const;
+    double columnDouble(int index) const;
     bool columnIsNull(int index) const;
 
     Database* mDb = nullptr;

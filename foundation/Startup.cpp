@@ -10,17 +10,57 @@
 #include <QSysInfo>
 #include <QtGlobal>
 
-QString ReadWinUser() {
-    // The login name, as a buffer of 25 characters (24 and the terminating NUL) holds it.
-    QString name = qEnvironmentVariable("USER");
-    if (name.isEmpty())
-        name = qEnvironmentVariable("USERNAME");
-    if (name.isEmpty())
-        name = qEnvironmentVariable("LOGNAME");
-    const int nul = int(name.indexOf(QChar(0)));
+#ifdef Q_OS_WIN
+#ifndef NOMINMAX
+#define NOMINMAX
+#endif
+#include <lmcons.h>
+#include <windows.h>
+#else
+#include <cerrno>
+#include <pwd.h>
+#include <unistd.h>
+#include <vector>
+#endif
+
+namespace {
+// The login name of the account the process runs under, as the system keeps it; "" when the
+// system cannot tell.
+QString accountName() {
+#ifdef Q_OS_WIN
+    wchar_t buffer[UNLEN + 1];
+    DWORD size = UNLEN + 1;
+    if (GetUserNameW(buffer, &size) && size > 0)
+        return QString::fromWCharArray(buffer, int(size) - 1);
+    return QString();
+#else
+    long size = sysconf(_SC_GETPW_R_SIZE_MAX);
+    std::vector<char> buffer(size_t(size > 0 ? size : 16384));
+    passwd entry{};
+    passwd* found = nullptr;
+    while (getpwuid_r(geteuid(), &entry, buffer.data(), buffer.size(), &found) == ERANGE)
+        buffer.resize(buffer.size() * 2);
+    return found && found->pw_name ? QString::fromLocal8Bit(found->pw_name) : QString();
+#endif
+}
+} // namespace
+
+QString CutWinUser(const QString& name) {
+    // As a buffer of 25 characters (24 and the terminating NUL) holds it.
+    QString cut = name;
+    const int nul = int(cut.indexOf(QChar(0)));
     if (nul >= 0)
-        name.truncate(nul);
-    return name.left(24);
+        cut.truncate(nul);
+    return cut.left(24);
+}
+
+QString ReadWinUser() {
+    QString name = accountName();
+    // Only when the system has no name for the account: the environment's.
+    for (const char* variable : {"USER", "USERNAME", "LOGNAME"})
+        if (name.isEmpty())
+            name = qEnvironmentVariable(variable);
+    return CutWinUser(name);
 }
 
 QString ReadPcName() {

@@ -4,9 +4,13 @@
 #include <QString>
 #include <QStringList>
 
-// The login name cut to 24 characters, the host name cut to 50.
+// The login name of the process's own account from the system (the environment's USER,
+// USERNAME or LOGNAME only when the system has none), cut to 24 characters; the host name cut to
+// 50.
 QString ReadWinUser();
 QString ReadPcName();
+// A user name as the 25-character buffer of the system call holds it: up to a NUL, at most 24.
+QString CutWinUser(const QString& name);
 // The decimal separator of the current locale, read from 3 / 2 written as text.
 QChar ReadDecimalSep();
 

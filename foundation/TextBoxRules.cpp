@@ -3,6 +3,7 @@
 #include "foundation/Helpers.h"
 
 #include <QComboBox>
+#include <QCoreApplication>
 #include <QEvent>
 #include <QKeyEvent>
 #include <QLineEdit>
@@ -11,21 +12,32 @@
 
 namespace {
 
-void insertText(QObject* box, const QString& text) {
+// The widget that receives a box's keys and focus changes. An editable combo box keeps the focus
+// itself (its line edit's focus goes to it) and hands each typed key to its line edit by calling
+// the line edit directly, past any filter on the line edit; a box made of parts sends its focus
+// on through its focus proxy. The rules therefore sit on the widget the focus goes to.
+QWidget* keyTarget(QWidget* box) {
+    QWidget* target = box;
+    while (target->focusProxy())
+        target = target->focusProxy();
+    if (auto* edit = qobject_cast<QLineEdit*>(target))
+        if (auto* combo = qobject_cast<QComboBox*>(edit->parentWidget());
+            combo && combo->lineEdit() == edit)
+            return combo;
+    return target;
+}
+
+// The line edit whose text a rule reads and writes: the box itself or a combo box's edit.
+QLineEdit* lineEditOf(QObject* box) {
     if (auto* le = qobject_cast<QLineEdit*>(box))
-        le->insert(text);
-    else if (auto* pe = qobject_cast<QPlainTextEdit*>(box))
-        pe->insertPlainText(text);
-    else if (auto* te = qobject_cast<QTextEdit*>(box))
-        te->insertPlainText(text);
-    else if (auto* cb = qobject_cast<QComboBox*>(box); cb && cb->lineEdit())
-        cb->lineEdit()->insert(text);
+        return le;
+    if (auto* cb = qobject_cast<QComboBox*>(box))
+        return cb->lineEdit();
+    return nullptr;
 }
 
 QString boxText(QObject* box) {
-    if (auto* cb = qobject_cast<QComboBox*>(box); cb && cb->lineEdit())
-        box = cb->lineEdit();
-    if (auto* le = qobject_cast<QLineEdit*>(box))
+    if (QLineEdit* le = lineEditOf(box))
         return le->text();
     if (auto* pe = qobject_cast<QPlainTextEdit*>(box))
         return pe->toPlainText();
@@ -35,9 +47,7 @@ QString boxText(QObject* box) {
 }
 
 void setBoxText(QObject* box, const QString& text) {
-    if (auto* cb = qobject_cast<QComboBox*>(box); cb && cb->lineEdit())
-        box = cb->lineEdit();
-    if (auto* le = qobject_cast<QLineEdit*>(box))
+    if (QLineEdit* le = lineEditOf(box))
         le->setText(text);
     else if (auto* pe = qobject_cast<QPlainTextEdit*>(box))
         pe->setPlainText(text);
@@ -51,22 +61,8 @@ void removeApostrophes(QObject* box) {
         setBoxText(box, text.remove(QLatin1Char('\'')));
 }
 
-// A key filtered to `accepted`: dropped (0), typed as it is, or typed as another character.
-// True when the key event is used up here.
-bool takeKey(QObject* box, int code, int accepted) {
-    if (accepted == 0)
-        return true;
-    if (accepted != code) {
-        insertText(box, QString(QChar(accepted)));
-        return true;
-    }
-    return false;
-}
-
 void replaceApostrophes(QObject* box) {
-    if (auto* cb = qobject_cast<QComboBox*>(box))
-        box = cb->lineEdit();
-    if (auto* le = qobject_cast<QLineEdit*>(box)) {
+    if (QLineEdit* le = lineEditOf(box)) {
         if (le->text().contains(QLatin1Char('\'')))
             le->setText(ApostropheOut(le->text()));
     } else if (auto* pe = qobject_cast<QPlainTextEdit*>(box)) {
@@ -76,6 +72,28 @@ void replaceApostrophes(QObject* box) {
         if (te->toPlainText().contains(QLatin1Char('\'')))
             te->setPlainText(ApostropheOut(te->toPlainText()));
     }
+}
+
+// Types `code` into the box in place of the key pressed, as if that key had been pressed.
+void retype(QObject* box, const QKeyEvent* pressed, int code) {
+    const QChar c(code);
+    // Qt's key codes of these characters are their upper-case code points.
+    const int key = c.toUpper().unicode();
+    QKeyEvent replaced(QEvent::KeyPress, key, pressed->modifiers(), QString(c),
+                       pressed->isAutoRepeat(), ushort(pressed->count()));
+    QCoreApplication::sendEvent(box, &replaced);
+}
+
+// A key filtered to `accepted`: dropped (0), typed as it is, or typed as another character.
+// True when the key event is used up here.
+bool takeKey(QObject* box, const QKeyEvent* pressed, int code, int accepted) {
+    if (accepted == 0)
+        return true;
+    if (accepted != code) {
+        retype(box, pressed, accepted);
+        return true;
+    }
+    return false;
 }
 
 } // namespace
@@ -96,26 +114,26 @@ bool TextRulesFilter::eventFilter(QObject* watched, QEvent* event) {
         switch (mKind) {
         case Kind::Text:
             if (code == '\'') {
-                insertText(watched, QStringLiteral("`"));
+                retype(watched, ke, '`');
                 return true;
             }
             if (mUpper && code >= 'a' && code <= 'z') {
-                insertText(watched, QString(QChar(code - 'a' + 'A')));
+                retype(watched, ke, code - 'a' + 'A');
                 return true;
             }
             return false;
         case Kind::Number: {
-            auto* le = qobject_cast<QLineEdit*>(watched);
+            const QLineEdit* le = lineEditOf(watched);
             return NumericKey(le ? le->text() : QString(), code) == 0;
         }
         case Kind::AlphaNumeric:
-            return takeKey(watched, code, AlphaNumericKey(code, mUpper));
+            return takeKey(watched, ke, code, AlphaNumericKey(code, mUpper));
         case Kind::NoApostrophe:
             return code == '\'';
         case Kind::Digits:
             return !(code == 8 || (code >= '0' && code <= '9'));
         case Kind::Rule:
-            return mRule && takeKey(watched, code, mRule(boxText(watched), code));
+            return mRule && takeKey(watched, ke, code, mRule(boxText(watched), code));
         }
     } else if (event->type() == QEvent::FocusOut) {
         if (mKind == Kind::Text) {
@@ -126,11 +144,11 @@ bool TextRulesFilter::eventFilter(QObject* watched, QEvent* event) {
         } else if (mKind == Kind::Digits) {
             // Pasted text may still hold an apostrophe; typed keys never do.
             replaceApostrophes(watched);
-            auto* le = qobject_cast<QLineEdit*>(watched);
+            QLineEdit* le = lineEditOf(watched);
             if (le && !mMask.isEmpty())
                 le->setText(Format(ParseLocaleNumber(le->text()), mMask));
         } else if (mKind == Kind::Number) {
-            auto* le = qobject_cast<QLineEdit*>(watched);
+            QLineEdit* le = lineEditOf(watched);
             if (le && !(mBlank == BlankBox::StaysBlank && le->text().trimmed().isEmpty()))
                 le->setText(FormatNumber(le->text(), mMask));
         }
@@ -138,38 +156,43 @@ bool TextRulesFilter::eventFilter(QObject* watched, QEvent* event) {
     return false;
 }
 
+namespace {
+// Puts a rule on the widget that receives the box's keys; a combo box's line edit takes it too,
+// for keys sent to the line edit itself. Keys the combo box hands on reach the line edit past its
+// filters, so no key meets the rule twice.
+void attach(QWidget* box, TextRulesFilter* filter) {
+    QWidget* target = keyTarget(box);
+    filter->setParent(target);
+    target->installEventFilter(filter);
+    if (auto* combo = qobject_cast<QComboBox*>(target); combo && combo->lineEdit())
+        combo->lineEdit()->installEventFilter(filter);
+}
+} // namespace
+
 void AttachTextRules(QWidget* box, bool upper) {
-    QObject* target = box;
-    if (auto* cb = qobject_cast<QComboBox*>(box); cb && cb->lineEdit())
-        target = cb->lineEdit();
-    target->installEventFilter(new TextRulesFilter(TextRulesFilter::Kind::Text, {}, upper, box));
+    attach(box, new TextRulesFilter(TextRulesFilter::Kind::Text, {}, upper, nullptr));
 }
 
-void AttachNumberRules(QLineEdit* box, const QString& mask, BlankBox blank) {
-    box->installEventFilter(
-        new TextRulesFilter(TextRulesFilter::Kind::Number, mask, false, box, blank));
+void AttachNumberRules(QWidget* box, const QString& mask, BlankBox blank) {
+    attach(box, new TextRulesFilter(TextRulesFilter::Kind::Number, mask, false, nullptr, blank));
 }
 
-void AttachAlphaNumericRules(QLineEdit* box, bool upper) {
-    box->installEventFilter(
-        new TextRulesFilter(TextRulesFilter::Kind::AlphaNumeric, {}, upper, box));
+void AttachAlphaNumericRules(QWidget* box, bool upper) {
+    attach(box, new TextRulesFilter(TextRulesFilter::Kind::AlphaNumeric, {}, upper, nullptr));
 }
 
 void AttachNoApostropheRules(QWidget* box, bool removeOnLeave) {
-    QObject* target = box;
-    if (auto* cb = qobject_cast<QComboBox*>(box); cb && cb->lineEdit())
-        target = cb->lineEdit();
-    auto* filter = new TextRulesFilter(TextRulesFilter::Kind::NoApostrophe, {}, false, box);
+    auto* filter = new TextRulesFilter(TextRulesFilter::Kind::NoApostrophe, {}, false, nullptr);
     filter->SetRemoveOnLeave(removeOnLeave);
-    target->installEventFilter(filter);
+    attach(box, filter);
 }
 
-void AttachDigitRules(QLineEdit* box, const QString& mask) {
-    box->installEventFilter(new TextRulesFilter(TextRulesFilter::Kind::Digits, mask, false, box));
+void AttachDigitRules(QWidget* box, const QString& mask) {
+    attach(box, new TextRulesFilter(TextRulesFilter::Kind::Digits, mask, false, nullptr));
 }
 
-void AttachKeyRule(QLineEdit* box, KeyRule rule) {
-    auto* filter = new TextRulesFilter(TextRulesFilter::Kind::Rule, {}, false, box);
+void AttachKeyRule(QWidget* box, KeyRule rule) {
+    auto* filter = new TextRulesFilter(TextRulesFilter::Kind::Rule, {}, false, nullptr);
     filter->SetRule(std::move(rule));
-    box->installEventFilter(filter);
+    attach(box, filter);
 }

@@ -6,28 +6,32 @@
 #include <functional>
 
 class QWidget;
-class QLineEdit;
 
-// Free text (QLineEdit, QPlainTextEdit, QTextEdit, editable QComboBox): "'" typed becomes a
-// back-quote; on leaving, any "'" left (pasted text) is replaced and the text written back. With
-// `upper` set, the letters a to z are also turned into capitals as they are typed.
+// Each rule is attached to the box the user types into: a QLineEdit, QPlainTextEdit, QTextEdit or
+// an editable QComboBox (its line edit may be given instead), or a box made of parts through its
+// focus proxy. The rules sit where the box's keys and focus changes arrive, which for a combo box
+// is the combo box itself, not its line edit.
+
+// Free text: "'" typed becomes a back-quote; on leaving, any "'" left (pasted text) is replaced
+// and the text written back. With `upper` set, the letters a to z are also turned into capitals
+// as they are typed.
 void AttachTextRules(QWidget* box, bool upper = false);
 // Number boxes: NumericKey on each key; on leaving, the text is formatted with the mask (a blank
 // box then reads 0, unless it is to stay blank).
 enum class BlankBox { ReadsZero, StaysBlank };
-void AttachNumberRules(QLineEdit* box, const QString& mask, BlankBox blank = BlankBox::ReadsZero);
+void AttachNumberRules(QWidget* box, const QString& mask, BlankBox blank = BlankBox::ReadsZero);
 // Code boxes: AlphaNumericKey on each key, lower case turned to upper when `upper` is set.
-void AttachAlphaNumericRules(QLineEdit* box, bool upper);
+void AttachAlphaNumericRules(QWidget* box, bool upper);
 // Free text that refuses "'" outright; with `removeOnLeave`, any "'" left (pasted text) is taken
 // out of the text on leaving.
 void AttachNoApostropheRules(QWidget* box, bool removeOnLeave);
 // Boxes that take the digits 0 to 9 and backspace only; on leaving, a pasted "'" becomes "`" and
 // the text is formatted with `mask` when one is given.
-void AttachDigitRules(QLineEdit* box, const QString& mask = QString());
+void AttachDigitRules(QWidget* box, const QString& mask = QString());
 // A box whose keys follow a rule of its own: the text so far and the key code typed (backspace
 // is 8) in, the code to accept or 0 to drop the key out.
 using KeyRule = std::function<int(const QString& text, int keyCode)>;
-void AttachKeyRule(QLineEdit* box, KeyRule rule);
+void AttachKeyRule(QWidget* box, KeyRule rule);
 
 class TextRulesFilter : public QObject {
     Q_OBJECT

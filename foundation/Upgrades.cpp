@@ -52,10 +52,11 @@ void UpgradeUnitsOfMeasure() {
     // OnOrderQty, Trigger and WOQty are widened to Double here: nothing to send (see above).
     Pause(100);
     db.Close();
-    {
+    // The workstation's settings file may be missing or read-only: errors are ignored here.
+    ignoringErrors([] {
         Database cfg = DBEngine::OpenDatabase(gUserCfgPath);
         // ParaVal_1 and ParaVal_2 widened to 250 characters: nothing to send.
-    }
+    });
     Pause(100);
     ShowProcessingBar();
 }
@@ -164,8 +165,9 @@ void UpgradeParametersTable() {
 
 void UpgradeSettingsWidth() {
     // Opens the workstation's settings file at every start; the widening itself needs no
-    // statement here. A missing file fails at this open like any other start-up open.
-    Database cfg = DBEngine::OpenDatabase(gUserCfgPath);
+    // statement here. A missing or read-only file is passed over: the settings and column widths
+    // then keep their defaults.
+    ignoringErrors([] { Database cfg = DBEngine::OpenDatabase(gUserCfgPath); });
 }
 
 bool RunUpgrades() {

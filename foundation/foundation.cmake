@@ -18,3 +18,8 @@ target_sources(quillstock_gui PRIVATE
     ${CMAKE_CURRENT_LIST_DIR}/frmPBar.cpp
     ${CMAKE_CURRENT_LIST_DIR}/frmStartup.cpp
 )
+
+# The user name comes from the account API on Windows.
+if(WIN32)
+    target_link_libraries(quillstock_core PUBLIC advapi32)
+endif()

@@ -213,6 +213,8 @@ GridEX::GridEX(const QString& name, QWidget* parent) : QWidget(parent), mColumns
     mCards->setEditTriggers(QAbstractItemView::NoEditTriggers);
     mStack->addWidget(mCards);
     mStack->setCurrentWidget(mTable);
+    // Tab and code that focus the grid put the keyboard on its rows.
+    setFocusProxy(mTable);
 
     connect(hh, &QHeaderView::sectionResized, this, &GridEX::OnSectionResized);
     connect(hh, &QHeaderView::sectionClicked, this, &GridEX::OnHeaderClicked);
@@ -276,6 +278,7 @@ GridEX::~GridEX() {
     mTable->viewport()->removeEventFilter(this);
     mTable->horizontalHeader()->viewport()->removeEventFilter(this);
     mCards->viewport()->removeEventFilter(this);
+    setFocusProxy(nullptr);
     delete mStack;
     mStack = nullptr;
     mTable = nullptr;
@@ -649,7 +652,9 @@ void GridEX::SetAlternatingRowColors(bool on) {
 
 void GridEX::SetView(GridView view) {
     mView = view;
-    mStack->setCurrentWidget(view == GridView::Card ? static_cast<QWidget*>(mCards) : mTable);
+    QWidget* shown = view == GridView::Card ? static_cast<QWidget*>(mCards) : mTable;
+    mStack->setCurrentWidget(shown);
+    setFocusProxy(shown);
 }
 
 GridView GridEX::View() const {

@@ -43,6 +43,7 @@
 #include <QToolButton>
 #include <QVBoxLayout>
 #include <cstdlib>
+#include <utility>
 
 namespace {
 QFrame* makePanel(const char* name, QWidget* parent) {
@@ -329,7 +330,7 @@ void FormMain::BuildListPanel() {
     gdxUBView->SetCellReader([this](int record, int column) -> QVariant {
         if (mUBRowCount == 0)
             return QVariant();
-        return mUBData(column, record);
+        return std::as_const(mUBData)(column, record); // reading makes no row of its own
     });
     gdxUBView->SetRowCommitHandler([this](int record, GridRowValues& values, bool& cancel) {
         if (!UBCopyRowBack(mUBData, record, values.Values())) {
@@ -859,7 +860,7 @@ bool FormMain::UpdateUBViewRow(qint32 itemID, const QList<QPair<QString, QString
     if (record <= 0 || qint32(mUBData(1, record).toLongLong()) != itemID) {
         record = 0;
         for (int r = 1; r <= mUBRowCount && !record; ++r)
-            if (qint32(mUBData(1, r).toLongLong()) == itemID)
+            if (qint32(std::as_const(mUBData)(1, r).toLongLong()) == itemID)
                 record = r;
     }
     if (!record)

@@ -4,7 +4,7 @@
 #include "foundation/Dialect.h"
 #include "foundation/Globals.h"
 #include "foundation/Helpers.h"
-#include "inventory/FirstRowPerPartNo.h"
+#include "inventory/PartNumberOrder.h"
 
 #include <QHash>
 #include <QLocale>
@@ -20,26 +20,42 @@
 void UBArray::Redim(int columns, int rows) {
     mColumns = qMax(0, columns);
     mRows = qMax(0, rows);
-    mCells = QVector<QVariant>(qsizetype(mColumns) * mRows);
+    mSource.reset();
+    mHeld.assign(size_t(mRows), QVector<QVariant>(mColumns));
 }
 
 void UBArray::SetRows(int rows) {
     mRows = qMax(0, rows);
-    const qsizetype size = qsizetype(mColumns) * mRows;
-    if (size > mCells.capacity())
-        mCells.reserve(qMax(size, mCells.capacity() * 2));
-    mCells.resize(size);
+    mHeld.resize(size_t(mRows));
+}
+
+void UBArray::SetSource(int columns, int rows, std::shared_ptr<const Source> source) {
+    mColumns = qMax(0, columns);
+    mRows = qMax(0, rows);
+    mSource = std::move(source);
+    mHeld.clear();
+    mHeld.resize(size_t(mRows));
 }
 
 QVariant& UBArray::operator()(int column, int row) {
     Q_ASSERT(column >= 1 && column <= mColumns && row >= 1 && row <= mRows);
-    return mCells[qsizetype(row - 1) * mColumns + (column - 1)];
+    QVector<QVariant>& held = mHeld[size_t(row - 1)];
+    if (held.isEmpty()) {
+        held.resize(mColumns);
+        if (mSource)
+            for (int c = 1; c <= mColumns; ++c)
+                held[c - 1] = mSource->Cell(c, row);
+    }
+    return held[column - 1];
 }
 
 QVariant UBArray::operator()(int column, int row) const {
     if (column < 1 || column > mColumns || row < 1 || row > mRows)
         return QVariant();
-    return mCells[qsizetype(row - 1) * mColumns + (column - 1)];
+    const QVector<QVariant>& held = mHeld[size_t(row - 1)];
+    if (!held.isEmpty())
+        return held[column - 1];
+    return mSource ? mSource->Cell(column, row) : QVariant();
 }
 
 // ---------------------------------------------------------------------------------------------
@@ -163,7 +179,10 @@ UBViewSpec UBViewFor(quint8 mode, qint32 supplierID, const QString& supplierName
     return view;
 }
 
-QString UBItemStatement(const UBFilters& filters, const QString& extraWhere) {
+namespace {
+// The statement of an item-level view up to its order, with `extraColumns` after the comment.
+QString itemSelect(const QString& extraColumns, const UBFilters& filters,
+                   const QString& extraWhere) {
     return QStringLiteral("SELECT") + QStringLiteral(" tblStockItems.ItemID,") +
            QStringLiteral(" tblStockItems.MasterPNo, tblStockItems.ItemName, "
                           "tblStockItems.ItemDescription,") +
@@ -174,7 +193,8 @@ QString UBItemStatement(const UBFilters& filters, const QString& extraWhere) {
            QStringLiteral(" tblSupAddresses.ShortNm,") +
            QStringLiteral(" tblItemSupplier.SupplierPNo, tblItemSupplier.PriceEach, "
                           "tblItemSupplier.MinOrQty,") +
-           QStringLiteral(" tblItemComments.Comment ") + QStringLiteral(" FROM ((tblStockItems ") +
+           QStringLiteral(" tblItemComments.Comment") + extraColumns + QStringLiteral(" ") +
+           QStringLiteral(" FROM ((tblStockItems ") +
            QStringLiteral(
                " LEFT JOIN tblItemSupplier ON tblStockItems.ItemID=tblItemSupplier.ItemID)") +
            QStringLiteral(
@@ -184,7 +204,18 @@ QString UBItemStatement(const UBFilters& filters, const QString& extraWhere) {
            QStringLiteral(" WHERE tblStockItems.MasterPNo ") + LikePrefix(filters.partNo) +
            QStringLiteral(" AND tblStockItems.ItemDescription ") + LikePrefix(filters.description) +
            QStringLiteral(" AND tblStockItems.Category ") + LikePrefix(filters.category) +
-           extraWhere + QStringLiteral(" ORDER BY MasterPNo ASC, PrimeSupplier ASC");
+           extraWhere;
+}
+} // namespace
+
+QString UBItemStatement(const UBFilters& filters, const QString& extraWhere) {
+    return itemSelect(QString(), filters, extraWhere) +
+           QStringLiteral(" ORDER BY MasterPNo ASC, PrimeSupplier ASC");
+}
+
+QString UBItemFileOrderStatement(const UBFilters& filters, const QString& extraWhere) {
+    return itemSelect(QStringLiteral(", tblItemSupplier.PrimeSupplier"), filters, extraWhere) +
+           QStringLiteral(" ORDER BY tblStockItems.ItemID");
 }
 
 QString UBCommentField(const QString& comment) {
@@ -206,11 +237,107 @@ QString UBCommentField(const QString& comment) {
 }
 
 namespace {
-QString masked(const Field& f, const NumberMask& format) {
-    if (f.IsNull())
-        return QString();
-    return format.Screen(f.Double());
+// The texts of one load in one buffer, each known by where it lies.
+class TextStore {
+public:
+    struct Span {
+        quint32 at = 0;
+        quint32 size = 0;
+    };
+    Span Add(QByteArrayView bytes) {
+        const Span s{quint32(mBytes.size()), quint32(bytes.size())};
+        mBytes.append(bytes);
+        return s;
+    }
+    QString Text(Span s) const { return QString::fromUtf8(mBytes.constData() + s.at, s.size); }
+
+private:
+    QByteArray mBytes;
+};
+
+// A number column's value; a Null shows empty.
+struct Number {
+    double value = 0;
+    bool null = true;
+};
+Number readNumber(const Field& f) {
+    return f.IsNull() ? Number{} : Number{f.Double(), false};
 }
+
+// The columns of tblStockItems, the same on every row of an item.
+struct ItemFields {
+    qint64 id = 0;
+    TextStore::Span pno, desc, name, cat, loc;
+    Number qty, sell, onOrder, buyNow;
+};
+// The columns of a supplier and comment row, and the item it belongs to.
+struct RowFields {
+    int item = 0;
+    TextStore::Span shortNm, supPno, comment;
+    Number price, moq;
+};
+
+// A comment shows at most 25 characters: the first 100 bytes of its UTF-8 text hold them.
+constexpr qsizetype kCommentBytes = 100;
+
+// The rows an item-level view keeps, as the engine gave them; each cell is made as the list
+// shows it when it is read.
+class ItemListSource : public UBArray::Source {
+public:
+    ItemListSource() : mQty(kQtyMask), mPrice(kPriceMask) {}
+
+    TextStore texts;
+    std::vector<ItemFields> items;
+    std::vector<RowFields> rows;
+    std::vector<int> kept; // list row - 1 -> index into rows
+
+    QVariant Cell(int column, int row) const override {
+        const RowFields& r = rows[size_t(kept[size_t(row - 1)])];
+        const ItemFields& it = items[size_t(r.item)];
+        switch (column) {
+        case 1:
+            return QVariant(qlonglong(it.id));
+        case 2:
+            return texts.Text(it.pno);
+        case 3:
+            return texts.Text(it.desc);
+        case 4:
+            return texts.Text(it.name);
+        case 5:
+            return texts.Text(it.cat);
+        case 6:
+            return texts.Text(it.loc);
+        case 7:
+            return masked(it.qty, mQty);
+        case 8:
+            return masked(r.price, mPrice);
+        case 9:
+            return masked(it.sell, mPrice);
+        case 12:
+            return masked(it.onOrder, mQty);
+        case 14:
+            return texts.Text(r.shortNm);
+        case 15:
+            return texts.Text(r.supPno);
+        case 16:
+            return it.buyNow.null ? QString()
+                                  : QString::number(qint64(std::floor(it.buyNow.value)));
+        case 17:
+            return masked(r.moq, mQty);
+        case 18:
+            return UBCommentField(texts.Text(r.comment));
+        default: // Alloc, Avail and Short are always empty
+            return QString();
+        }
+    }
+
+private:
+    static QString masked(const Number& n, const NumberMask& format) {
+        return n.null ? QString() : format.Screen(n.value);
+    }
+    NumberMask mQty;
+    NumberMask mPrice;
+};
 } // namespace
 
 UBItemResult LoadUBItems(const UBItemRequest& request) {
@@ -227,63 +354,71 @@ UBItemResult LoadUBItems(const UBItemRequest& request) {
     }
     result.tip = view.tip;
 
-    Database db = DBEngine::OpenDatabase(gDbPath);
-    Recordset rs = db.OpenRecordset(UBItemStatement(filters, view.extraWhere));
-    const int fItemID = rs.FieldIndex(QStringLiteral("ItemID"));
-    const int fPNo = rs.FieldIndex(QStringLiteral("MasterPNo"));
-    const int fName = rs.FieldIndex(QStringLiteral("ItemName"));
-    const int fDesc = rs.FieldIndex(QStringLiteral("ItemDescription"));
-    const int fCat = rs.FieldIndex(QStringLiteral("Category"));
-    const int fQty = rs.FieldIndex(QStringLiteral("Qty"));
-    const int fSell = rs.FieldIndex(QStringLiteral("SellAt"));
-    const int fOnOrder = rs.FieldIndex(QStringLiteral("OnOrderQty"));
-    const int fBuyNow = rs.FieldIndex(QStringLiteral("BuyNow"));
-    const int fLoc = rs.FieldIndex(QStringLiteral("Location"));
-    const int fShortNm = rs.FieldIndex(QStringLiteral("ShortNm"));
-    const int fSupPNo = rs.FieldIndex(QStringLiteral("SupplierPNo"));
-    const int fPrice = rs.FieldIndex(QStringLiteral("PriceEach"));
-    const int fMoq = rs.FieldIndex(QStringLiteral("MinOrQty"));
-    const int fComment = rs.FieldIndex(QStringLiteral("Comment"));
-
-    // The rows of one item come together (one per supplier); the first row of each part number
-    // is kept. The array grows as rows are kept and ends at the number kept.
-    const NumberMask qtyFormat(kQtyMask);
-    const NumberMask priceFormat(kPriceMask);
-    UBArray& data = result.data;
-    data.Redim(int(UBItemColumns().size()), 0);
-    FirstRowPerPartNo walk;
-    int kept = 0;
-    const QString empty;
-    for (; !rs.Eof(); rs.MoveNext()) {
-        QString pno = rs.Fields(fPNo).Text();
-        if (!walk.Take(pno))
-            continue;
-        const int r = ++kept;
-        data.SetRows(r);
-        const Field buyNow = rs.Fields(fBuyNow);
-        data(1, r) = rs.Fields(fItemID).Value();
-        data(2, r) = std::move(pno);
-        data(3, r) = rs.Fields(fDesc).Text();
-        data(4, r) = rs.Fields(fName).Text();
-        data(5, r) = rs.Fields(fCat).Text();
-        data(6, r) = rs.Fields(fLoc).Text();
-        data(7, r) = masked(rs.Fields(fQty), qtyFormat);
-        data(8, r) = masked(rs.Fields(fPrice), priceFormat);
-        data(9, r) = masked(rs.Fields(fSell), priceFormat);
-        data(10, r) = empty;
-        data(11, r) = empty;
-        data(12, r) = masked(rs.Fields(fOnOrder), qtyFormat);
-        data(13, r) = empty;
-        data(14, r) = rs.Fields(fShortNm).Text();
-        data(15, r) = rs.Fields(fSupPNo).Text();
-        data(16, r) =
-            buyNow.IsNull() ? QString() : QString::number(qint64(std::floor(buyNow.Double())));
-        data(17, r) = masked(rs.Fields(fMoq), qtyFormat);
-        data(18, r) = UBCommentField(rs.Fields(fComment).Text());
+    // One pass over the rows in the file's order, keeping them as the engine gives them; then
+    // the list's order, and the first row of each part number. A supplier's list is found
+    // through that supplier's rows instead: the engine sorts those few rows itself, and rows that
+    // tie keep the order of the supplier rows, as they always have.
+    const bool engineSorts = request.mode == UBMode::BySupplier;
+    auto list = std::make_shared<ItemListSource>();
+    PartNumberOrder order;
+    {
+        Database db = DBEngine::OpenDatabase(gDbPath);
+        Recordset rs =
+            db.OpenRecordset(engineSorts ? UBItemStatement(filters, view.extraWhere)
+                                         : UBItemFileOrderStatement(filters, view.extraWhere));
+        const int fItemID = rs.FieldIndex(QStringLiteral("ItemID"));
+        const int fPNo = rs.FieldIndex(QStringLiteral("MasterPNo"));
+        const int fName = rs.FieldIndex(QStringLiteral("ItemName"));
+        const int fDesc = rs.FieldIndex(QStringLiteral("ItemDescription"));
+        const int fCat = rs.FieldIndex(QStringLiteral("Category"));
+        const int fQty = rs.FieldIndex(QStringLiteral("Qty"));
+        const int fSell = rs.FieldIndex(QStringLiteral("SellAt"));
+        const int fOnOrder = rs.FieldIndex(QStringLiteral("OnOrderQty"));
+        const int fBuyNow = rs.FieldIndex(QStringLiteral("BuyNow"));
+        const int fLoc = rs.FieldIndex(QStringLiteral("Location"));
+        const int fShortNm = rs.FieldIndex(QStringLiteral("ShortNm"));
+        const int fSupPNo = rs.FieldIndex(QStringLiteral("SupplierPNo"));
+        const int fPrice = rs.FieldIndex(QStringLiteral("PriceEach"));
+        const int fMoq = rs.FieldIndex(QStringLiteral("MinOrQty"));
+        const int fComment = rs.FieldIndex(QStringLiteral("Comment"));
+        const int fPrime = rs.FieldIndex(QStringLiteral("PrimeSupplier"));
+        TextStore& texts = list->texts;
+        for (; !rs.Eof(); rs.MoveNext()) {
+            // The rows of one item come together, one per supplier (and comment).
+            const qint64 id = rs.Fields(fItemID).Long();
+            if (list->items.empty() || id != list->items.back().id) {
+                const Field pno = rs.Fields(fPNo);
+                ItemFields it;
+                it.id = id;
+                it.pno = texts.Add(pno.Utf8());
+                it.desc = texts.Add(rs.Fields(fDesc).Utf8());
+                it.name = texts.Add(rs.Fields(fName).Utf8());
+                it.cat = texts.Add(rs.Fields(fCat).Utf8());
+                it.loc = texts.Add(rs.Fields(fLoc).Utf8());
+                it.qty = readNumber(rs.Fields(fQty));
+                it.sell = readNumber(rs.Fields(fSell));
+                it.onOrder = readNumber(rs.Fields(fOnOrder));
+                it.buyNow = readNumber(rs.Fields(fBuyNow));
+                list->items.push_back(it);
+                order.AddItem(pno.Utf8(), pno.IsNull());
+            }
+            RowFields row;
+            row.item = int(list->items.size()) - 1;
+            row.shortNm = texts.Add(rs.Fields(fShortNm).Utf8());
+            row.supPno = texts.Add(rs.Fields(fSupPNo).Utf8());
+            const QByteArrayView comment = rs.Fields(fComment).Utf8();
+            row.comment = texts.Add(comment.first(std::min(comment.size(), kCommentBytes)));
+            row.price = readNumber(rs.Fields(fPrice));
+            row.moq = readNumber(rs.Fields(fMoq));
+            list->rows.push_back(row);
+            order.AddRow(fPrime < 0 ? PrimeMark{} : PrimeMark::Of(rs.Fields(fPrime)));
+        }
     }
-    result.rowCount = kept;
-    result.caption =
-        view.heading + QStringLiteral(" (") + QString::number(kept) + QStringLiteral(" Items)");
+    list->kept = engineSorts ? order.FirstRowsAsAdded() : order.FirstRows();
+    result.rowCount = int(list->kept.size());
+    result.data.SetSource(int(UBItemColumns().size()), result.rowCount, std::move(list));
+    result.caption = view.heading + QStringLiteral(" (") + QString::number(result.rowCount) +
+                     QStringLiteral(" Items)");
     result.loaded = true;
     return result;
 }

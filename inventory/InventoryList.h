@@ -9,6 +9,8 @@
 #include <QVariant>
 #include <QVector>
 #include <QtGlobal>
+#include <memory>
+#include <vector>
 
 // View modes of the list (mUBViewMode).
 namespace UBMode {
@@ -23,13 +25,26 @@ constexpr quint8 BelowMinimum = 7;
 
 // A two-dimensional array of values, column by row, both counted from 1, as the list keeps its
 // rows. Reading outside the array gives an empty value.
+//
+// An array may take its rows from a source: the rows of a long list are then held as the engine
+// gave them and each cell is made (text, number through its mask) when it is read. A row is
+// made and held in full the first time it is written to.
 class UBArray {
 public:
+    class Source {
+    public:
+        virtual ~Source() = default;
+        virtual QVariant Cell(int column, int row) const = 0;
+    };
+
     UBArray() = default;
     UBArray(int columns, int rows) { Redim(columns, rows); }
+    // Every cell empty.
     void Redim(int columns, int rows);
-    // Keeps the first `rows` rows (rows may only shrink or grow at the end).
+    // Keeps the first `rows` rows; rows added at the end are empty.
     void SetRows(int rows);
+    // Every cell as the source gives it.
+    void SetSource(int columns, int rows, std::shared_ptr<const Source> source);
     int Columns() const { return mColumns; }
     int Rows() const { return mRows; }
     QVariant& operator()(int column, int row);
@@ -38,7 +53,8 @@ public:
 private:
     int mColumns = 0;
     int mRows = 0;
-    QVector<QVariant> mCells;
+    std::vector<QVector<QVariant>> mHeld; // per row; empty while the row is the source's
+    std::shared_ptr<const Source> mSource;
 };
 
 // One column of a list: key, caption, width in twips, shown or hidden, right aligned or not,
@@ -81,8 +97,14 @@ struct UBFilters {
     QString category;
 };
 
-// The one statement of an item-level view.
+// The one statement of an item-level view, with the order of the list: by part number, then
+// prime mark. The list holds the first row of each part number of this statement's walk.
 QString UBItemStatement(const UBFilters& filters, const QString& extraWhere);
+// The statement LoadUBItems runs for every view but By Supplier (which runs UBItemStatement):
+// the same rows and the supplier row's PrimeSupplier, in the file's order (by ItemID). The list's
+// order is then made by PartNumberOrder, which gives the rows of UBItemStatement in its order
+// without the engine's sort.
+QString UBItemFileOrderStatement(const UBFilters& filters, const QString& extraWhere);
 
 struct UBItemRequest {
     quint8 mode = UBMode::AllItems;
@@ -102,8 +124,8 @@ struct UBItemResult {
     int rowCount = 0;
 };
 
-// Runs an item-level view on gDbPath: one statement, one pass, the first row of each part
-// number kept. Engine errors are not trapped.
+// Runs an item-level view on gDbPath: one statement, one pass, the rows put in the list's
+// order and the first row of each part number kept. Engine errors are not trapped.
 UBItemResult LoadUBItems(const UBItemRequest& request);
 
 // The list field of a comment: the first 25 characters, cut at the first line break, trimmed.

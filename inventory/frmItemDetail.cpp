@@ -167,7 +167,7 @@ void frmItemDetail::buildItemBoxes(QWidget* host) {
                        static_cast<QWidget*>(txtDescription), static_cast<QWidget*>(txtLocation),
                        static_cast<QWidget*>(txtItemCat)})
         AttachTextRules(w);
-    AttachAlphaNumericRules(txtItemCat->lineEdit(), true);
+    AttachAlphaNumericRules(txtItemCat, true);
     AttachNumberRules(txtItemQty, kQtyMask);
     // A blank minimum stays blank: it means no minimum.
     AttachNumberRules(txtMinQty, kQtyMask, BlankBox::StaysBlank);

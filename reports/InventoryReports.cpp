@@ -4,7 +4,7 @@
 #include "foundation/Dialect.h"
 #include "foundation/Globals.h"
 #include "foundation/Helpers.h"
-#include "inventory/FirstRowPerPartNo.h"
+#include "inventory/PartNumberOrder.h"
 
 namespace {
 
@@ -54,7 +54,7 @@ double walkStockRows(const QString& statement, const QStringList& leadFields,
     const NumberMask qtyMask(kQtyMask);
     const NumberMask priceMask(kPriceMask);
     double total = 0;
-    FirstRowPerPartNo walk;
+    FirstRowPerPartNumber walk;
     ReportEvents events(input.events);
     for (; !rs.Eof(); rs.MoveNext()) {
         events.Row();
@@ -185,7 +185,7 @@ ReportResult CategoryValueReport(const ReportInput& input) {
     if (!rs.Eof())
         running = rs.Fields(fCat).Text();
     const bool any = !rs.Eof();
-    FirstRowPerPartNo walk;
+    FirstRowPerPartNumber walk;
     ReportEvents events(input.events);
     for (; !rs.Eof(); rs.MoveNext()) {
         events.Row();

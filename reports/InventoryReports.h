@@ -2,7 +2,7 @@
 // part (11) or grouped by category (12), and the value per category (13).
 //
 // Costing: an item's rows come one per supplier, ordered by part number and PrimeSupplier, and
-// the first row of each part number is taken (FirstRowPerPartNo), so an item counts once at the
+// the first row of each part number is taken (FirstRowPerPartNumber), so an item counts once at the
 // PriceEach of its row with the lowest flag; without a supplier row it costs 0. A row's value is
 // PriceEach x Qty. A negative Qty shows an empty Qty cell, keeps its negative value in the row and
 // adds nothing to the total: totals take only rows whose Qty is above 0.

@@ -8,6 +8,7 @@
 #include <QFile>
 #include <QLineEdit>
 #include <QPlainTextEdit>
+#include <QProcess>
 #include <QTabBar>
 #include <QTest>
 #include <QToolButton>
@@ -36,11 +37,43 @@ private slots:
     }
 
     void namesAreCutAtTheirLimits() {
-        const QByteArray saved = qgetenv("USER");
-        qputenv("USER", QByteArray(30, 'u'));
-        QCOMPARE(ReadWinUser(), QString(24, QLatin1Char('u')));
-        qputenv("USER", saved);
+        QCOMPARE(CutWinUser(QString(30, QLatin1Char('u'))), QString(24, QLatin1Char('u')));
+        QCOMPARE(CutWinUser(QStringLiteral("ab") + QChar(0) + QStringLiteral("cd")),
+                 QStringLiteral("ab"));
         QVERIFY(ReadPcName().size() <= 50);
+    }
+
+    void userNameComesFromTheAccount() {
+        // The account's login name as the system's own tool reports it.
+        QProcess id;
+        id.start(QStringLiteral("id"), {QStringLiteral("-un")});
+        QVERIFY(id.waitForFinished());
+        const QString login =
+            CutWinUser(QString::fromLocal8Bit(id.readAllStandardOutput()).trimmed());
+        QVERIFY(!login.isEmpty());
+
+        const char* variables[] = {"USER", "USERNAME", "LOGNAME"};
+        QList<QByteArray> saved;
+        for (const char* v : variables)
+            saved << qgetenv(v);
+        // Started with a bare environment (a service, a desktop launcher, env -i).
+        for (const char* v : variables)
+            qunsetenv(v);
+        QCOMPARE(ReadWinUser(), login);
+        TestData data;
+        ScriptedBoxes boxes;
+        gWinUser.clear();
+        QVERIFY(PrepareStartup(data.folder()));
+        QCOMPARE(gWinUser, login);
+        // An environment that names someone else does not change who is at the keyboard.
+        qputenv("USER", "somebody-else");
+        QCOMPARE(ReadWinUser(), login);
+        for (int i = 0; i < 3; ++i) {
+            if (saved[i].isNull())
+                qunsetenv(variables[i]);
+            else
+                qputenv(variables[i], saved[i]);
+        }
     }
 
     void missingFileEndsStartupNamingIt() {
