@@ -7,6 +7,7 @@
 #include <QFileInfo>
 #include <QRandomGenerator>
 #include <QRegularExpression>
+#include <chrono>
 #include <cmath>
 #include <optional>
 #include <sqlite3.h>
@@ -38,6 +39,20 @@ void sqlVal(sqlite3_context* ctx, int, sqlite3_value** argv) {
         sqlite3_result_double(ctx, Val(QString::fromUtf8(txt ? txt : "")));
     }
     }
+}
+
+// Waits for another connection's lock in short steps, up to the busy timeout. The engine's own
+// handler sleeps up to 100 ms between tries and so rarely catches the short gap between two
+// transactions of a workstation that writes in batches.
+int busyHandler(void*, int count) {
+    using Clock = std::chrono::steady_clock;
+    static Clock::time_point started;
+    if (count == 0)
+        started = Clock::now();
+    if (Clock::now() - started >= std::chrono::milliseconds(DBEngine::BusyTimeoutMs()))
+        return 0;
+    sqlite3_sleep(count < 10 ? 1 : 2);
+    return 1;
 }
 
 QString hashPassword(const QString& salt, const QString& password) {
@@ -81,7 +96,8 @@ DbError::DbError(int number, const QString& description)
 // ---------------------------------------------------------------- Database
 
 Database::Database(Database&& o) noexcept
-    : mDb(o.mDb), mPath(std::move(o.mPath)), mRecordsAffected(o.mRecordsAffected) {
+    : mDb(o.mDb), mPath(std::move(o.mPath)), mRecordsAffected(o.mRecordsAffected),
+      mKeyColumns(std::move(o.mKeyColumns)) {
     o.mDb = nullptr;
 }
 
@@ -91,6 +107,7 @@ Database& Database::operator=(Database&& o) noexcept {
         mDb = o.mDb;
         mPath = std::move(o.mPath);
         mRecordsAffected = o.mRecordsAffected;
+        mKeyColumns = std::move(o.mKeyColumns);
         o.mDb = nullptr;
     }
     return *this;
@@ -215,6 +232,40 @@ void Database::Rollback() {
 }
 bool Database::InTransaction() const {
     return mDb && !sqlite3_get_autocommit(mDb);
+}
+
+QString Database::keyColumn(const QString& table) {
+    const QString lower = table.toLower();
+    const auto found = mKeyColumns.constFind(lower);
+    if (found != mKeyColumns.constEnd())
+        return *found;
+    QString key;
+    int keys = 0;
+    Recordset rs = OpenRecordset(QStringLiteral("PRAGMA table_info(%1)").arg(table));
+    for (; !rs.Eof(); rs.MoveNext()) {
+        if (rs.Fields(QStringLiteral("pk")).Long() > 0) {
+            ++keys;
+            key = rs.Fields(QStringLiteral("name")).Text();
+        }
+    }
+    if (keys != 1)
+        key.clear();
+    mKeyColumns.insert(lower, key);
+    return key;
+}
+
+void Database::Savepoint(const QString& name) {
+    Execute(QStringLiteral("SAVEPOINT ") + name);
+}
+void Database::ReleaseSavepoint(const QString& name) {
+    Execute(QStringLiteral("RELEASE ") + name);
+}
+void Database::RollbackToSavepoint(const QString& name) {
+    if (!mDb || sqlite3_get_autocommit(mDb))
+        return;
+    const QByteArray n = name.toUtf8();
+    sqlite3_exec(mDb, ("ROLLBACK TO " + n).constData(), nullptr, nullptr, nullptr);
+    sqlite3_exec(mDb, ("RELEASE " + n).constData(), nullptr, nullptr, nullptr);
 }
 
 // ---------------------------------------------------------------- Recordset
@@ -446,6 +497,10 @@ void Recordset::Update() {
     if (!m.hasMatch())
         throw DbError(3027, QStringLiteral("Cannot update. Database or object is read-only."));
     const QString table = m.captured(1);
+    if (mEditMode == EditMode::Edit && mPending.isEmpty()) { // nothing changed: nothing to write
+        mEditMode = EditMode::None;
+        return;
+    }
     QStringList names;
     QVariantList values;
     for (const auto& [n, v] : mPending) {
@@ -463,6 +518,19 @@ void Recordset::Update() {
         QStringList sets, where;
         for (const QString& n : names)
             sets << n + QStringLiteral("=?");
+        // The record is found by its key where the table has one, else by all its values.
+        const QString key = mDb->keyColumn(table);
+        for (int i = 0; !key.isEmpty() && i < mOriginal.size(); ++i) {
+            if (!mOriginal.at(i).isNull() && FieldName(i).compare(key, Qt::CaseInsensitive) == 0) {
+                values << mOriginal.at(i);
+                mDb->Execute(QStringLiteral("UPDATE %1 SET %2 WHERE %3 = ?")
+                                 .arg(table, sets.join(QLatin1Char(',')), key),
+                             values);
+                mEditMode = EditMode::None;
+                mPending.clear();
+                return;
+            }
+        }
         for (int i = 0; i < mOriginal.size(); ++i) {
             where << FieldName(i) + QStringLiteral(" IS ?");
             values << mOriginal.at(i);
@@ -529,7 +597,7 @@ Database DBEngine::openFile(const QString& path, bool readOnly) {
         throw DbError(DbErr::CannotOpen, d);
     }
     sqlite3_extended_result_codes(h, 1);
-    sqlite3_busy_timeout(h, DBEngine::BusyTimeoutMs());
+    sqlite3_busy_handler(h, busyHandler, nullptr);
     sqlite3_create_function_v2(h, "Val", 1, SQLITE_UTF8 | SQLITE_DETERMINISTIC, nullptr, sqlVal,
                                nullptr, nullptr, nullptr);
     db.mDb = h;

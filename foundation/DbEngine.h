@@ -142,9 +142,17 @@ public:
     void Rollback(); // errors ignored: the engine may already have rolled back
     bool InTransaction() const;
 
+    // Savepoints inside a transaction: one piece of work that can be undone alone while the
+    // transaction around it goes on. RollbackToSavepoint undoes the work since the savepoint
+    // and ends it; its errors are ignored as Rollback's are.
+    void Savepoint(const QString& name);
+    void ReleaseSavepoint(const QString& name);
+    void RollbackToSavepoint(const QString& name);
+
     void Close();
 
     // Engine seam for tests: the next statement whose text contains `fragment` fails with `error`.
+    // "COMMIT" fails the next commit, the transaction staying open as after a failed commit.
     static void FailNextStatementContaining(const QString& fragment, int number = DbErr::Generic,
                                             const QString& description = {});
 
@@ -154,9 +162,13 @@ private:
     sqlite3_stmt* prepare(const QString& sql, const QVariantList& values);
     [[noreturn]] void raise(int rc, const QString& sql) const;
 
+    // The single-column primary key of a table, "" when it has none; read once per table.
+    QString keyColumn(const QString& table);
+
     sqlite3* mDb = nullptr;
     QString mPath;
     qint64 mRecordsAffected = 0;
+    QHash<QString, QString> mKeyColumns;
 };
 
 class DBEngine {
@@ -175,6 +187,9 @@ public:
     // Stores the password that the connect-string form checks.
     static void SetDatabasePassword(Database& db, const QString& password);
 
+    // How long a statement waits for another workstation's lock before it fails. The lock is
+    // tried again every millisecond or two, so a workstation that lets go of the lock between
+    // two short transactions lets the waiting one in.
     static int BusyTimeoutMs() { return 2000; }
 
 private:
