@@ -2,6 +2,7 @@
 
 #include "foundation/MsgBox.h"
 #include "grids/GridEX.h"
+#include "maintenance/ImportCsvPanel.h"
 
 #include <QFrame>
 #include <QHBoxLayout>
@@ -37,6 +38,11 @@ frmDBUtils::frmDBUtils(QWidget* parent) : QDialog(parent) {
     }
     lay->addWidget(TabStrip1);
     lay->addWidget(TabPanels, 1);
+
+    // The import tab.
+    auto* importPanel = new ImportCsvPanel(TabFrames[TabImport]);
+    (new QVBoxLayout(TabFrames[TabImport]))->addWidget(importPanel);
+    connect(importPanel, &ImportCsvPanel::Closed, this, [this] { TabStrip1->setCurrentIndex(0); });
 
     // The user tab.
     QFrame* users = TabFrames[TabUsers];
