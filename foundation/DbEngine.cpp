@@ -90,6 +90,42 @@ QString describe(int rc, sqlite3* db) {
 
 } // namespace
 
+// Compiled statements kept for reuse on one connection, so that a statement run again with the
+// same text (its values bound afresh) is not compiled again. Only statements not in use are
+// kept, reset, the most recently used last.
+struct StatementCache {
+    struct Entry {
+        QByteArray text;
+        sqlite3_stmt* stmt;
+    };
+    static constexpr size_t kCapacity = 32;
+    std::vector<Entry> idle;
+
+    sqlite3_stmt* take(const QByteArray& text) {
+        for (auto it = idle.rbegin(); it != idle.rend(); ++it) {
+            if (it->text == text) {
+                sqlite3_stmt* stmt = it->stmt;
+                idle.erase(std::next(it).base());
+                return stmt;
+            }
+        }
+        return nullptr;
+    }
+    void put(QByteArray text, sqlite3_stmt* stmt) {
+        sqlite3_reset(stmt);
+        sqlite3_clear_bindings(stmt);
+        if (idle.size() >= kCapacity) {
+            sqlite3_finalize(idle.front().stmt);
+            idle.erase(idle.begin());
+        }
+        idle.push_back({std::move(text), stmt});
+    }
+    ~StatementCache() {
+        for (const Entry& e : idle)
+            sqlite3_finalize(e.stmt);
+    }
+};
+
 DbError::DbError(int number, const QString& description)
     : std::runtime_error(description.toStdString()), mNumber(number), mDescription(description) {}
 
@@ -97,7 +133,7 @@ DbError::DbError(int number, const QString& description)
 
 Database::Database(Database&& o) noexcept
     : mDb(o.mDb), mPath(std::move(o.mPath)), mRecordsAffected(o.mRecordsAffected),
-      mKeyColumns(std::move(o.mKeyColumns)) {
+      mKeyColumns(std::move(o.mKeyColumns)), mStatements(std::move(o.mStatements)) {
     o.mDb = nullptr;
 }
 
@@ -108,6 +144,7 @@ Database& Database::operator=(Database&& o) noexcept {
         mPath = std::move(o.mPath);
         mRecordsAffected = o.mRecordsAffected;
         mKeyColumns = std::move(o.mKeyColumns);
+        mStatements = std::move(o.mStatements);
         o.mDb = nullptr;
     }
     return *this;
@@ -118,6 +155,7 @@ Database::~Database() {
 }
 
 void Database::Close() {
+    mStatements.reset(); // kept statements are finalized; open record sets finalize their own
     if (mDb) {
         if (!sqlite3_get_autocommit(mDb))
             sqlite3_exec(mDb, "ROLLBACK", nullptr, nullptr, nullptr);
@@ -142,7 +180,7 @@ void Database::FailNextStatementContaining(const QString& fragment, int number,
         description.isEmpty() ? QStringLiteral("Operation failed (injected).") : description};
 }
 
-sqlite3_stmt* Database::prepare(const QString& sql, const QVariantList& values) {
+sqlite3_stmt* Database::prepare(const QString& sql, const QVariantList& values, QByteArray& text) {
     if (!mDb)
         throw DbError(DbErr::Generic, QStringLiteral("Object invalid or no longer set."));
     if (auto& f = injected(); f && sql.contains(f->fragment, Qt::CaseInsensitive)) {
@@ -150,14 +188,18 @@ sqlite3_stmt* Database::prepare(const QString& sql, const QVariantList& values) 
         f.reset();
         throw DbError(copy.number, copy.description);
     }
-    const QByteArray text = sql.toUtf8();
-    sqlite3_stmt* stmt = nullptr;
-    const char* tail = nullptr;
-    int rc = sqlite3_prepare_v2(mDb, text.constData(), int(text.size()), &stmt, &tail);
-    if (rc != SQLITE_OK)
-        raise(rc, sql);
-    if (!stmt) // an empty statement
-        throw DbError(DbErr::Syntax, QStringLiteral("Invalid SQL statement."));
+    text = sql.toUtf8();
+    if (!mStatements)
+        mStatements = std::make_shared<StatementCache>();
+    sqlite3_stmt* stmt = mStatements->take(text);
+    if (!stmt) {
+        const char* tail = nullptr;
+        const int rc = sqlite3_prepare_v2(mDb, text.constData(), int(text.size()), &stmt, &tail);
+        if (rc != SQLITE_OK)
+            raise(rc, sql);
+        if (!stmt) // an empty statement
+            throw DbError(DbErr::Syntax, QStringLiteral("Invalid SQL statement."));
+    }
     for (int i = 0; i < values.size(); ++i) {
         const QVariant& v = values.at(i);
         const int p = i + 1;
@@ -196,7 +238,8 @@ sqlite3_stmt* Database::prepare(const QString& sql, const QVariantList& values) 
 }
 
 void Database::Execute(const QString& sql, const QVariantList& values) {
-    sqlite3_stmt* stmt = prepare(sql, values);
+    QByteArray text;
+    sqlite3_stmt* stmt = prepare(sql, values, text);
     int rc;
     do {
         rc = sqlite3_step(stmt);
@@ -208,12 +251,13 @@ void Database::Execute(const QString& sql, const QVariantList& values) {
         throw err;
     }
     mRecordsAffected = sqlite3_changes64(mDb);
-    sqlite3_finalize(stmt);
+    mStatements->put(std::move(text), stmt);
 }
 
 Recordset Database::OpenRecordset(const QString& sql, const QVariantList& values) {
-    sqlite3_stmt* stmt = prepare(sql, values);
-    Recordset rs(this, stmt, sql);
+    QByteArray text;
+    sqlite3_stmt* stmt = prepare(sql, values, text);
+    Recordset rs(this, stmt, sql, std::move(text));
     rs.step();
     rs.mAnyRow = !rs.mEof;
     rs.mBof = rs.mEof;
@@ -270,8 +314,8 @@ void Database::RollbackToSavepoint(const QString& name) {
 
 // ---------------------------------------------------------------- Recordset
 
-Recordset::Recordset(Database* db, sqlite3_stmt* stmt, const QString& sql)
-    : mDb(db), mStmt(stmt), mSql(sql) {
+Recordset::Recordset(Database* db, sqlite3_stmt* stmt, const QString& sql, QByteArray text)
+    : mDb(db), mStmt(stmt), mSql(sql), mText(std::move(text)), mStatements(db->mStatements) {
     const int n = sqlite3_column_count(stmt);
     mNames.reserve(n);
     for (int i = 0; i < n; ++i)
@@ -279,7 +323,8 @@ Recordset::Recordset(Database* db, sqlite3_stmt* stmt, const QString& sql)
 }
 
 Recordset::Recordset(Recordset&& o) noexcept
-    : mDb(o.mDb), mStmt(o.mStmt), mSql(std::move(o.mSql)), mNames(std::move(o.mNames)),
+    : mDb(o.mDb), mStmt(o.mStmt), mSql(std::move(o.mSql)), mText(std::move(o.mText)),
+      mStatements(std::move(o.mStatements)), mNames(std::move(o.mNames)),
       mLookups(std::move(o.mLookups)), mEof(o.mEof), mBof(o.mBof), mPosition(o.mPosition),
       mCount(o.mCount), mAnyRow(o.mAnyRow), mEditMode(o.mEditMode),
       mOriginal(std::move(o.mOriginal)), mPending(std::move(o.mPending)) {
@@ -292,6 +337,8 @@ Recordset& Recordset::operator=(Recordset&& o) noexcept {
         mDb = o.mDb;
         mStmt = o.mStmt;
         mSql = std::move(o.mSql);
+        mText = std::move(o.mText);
+        mStatements = std::move(o.mStatements);
         mNames = std::move(o.mNames);
         mLookups = std::move(o.mLookups);
         mEof = o.mEof;
@@ -313,7 +360,10 @@ Recordset::~Recordset() {
 
 void Recordset::Close() {
     if (mStmt) {
-        sqlite3_finalize(mStmt);
+        if (const std::shared_ptr<StatementCache> kept = mStatements.lock())
+            kept->put(std::move(mText), mStmt);
+        else
+            sqlite3_finalize(mStmt);
         mStmt = nullptr;
     }
     mEof = true;

@@ -39,6 +39,7 @@ constexpr int Generic = 3146;          // any other engine failure
 
 class Database;
 class Recordset;
+struct StatementCache;
 
 // One column of the current row of a record set.
 class Field {
@@ -91,7 +92,7 @@ public:
 private:
     friend class Database;
     friend class Field;
-    Recordset(Database* db, sqlite3_stmt* stmt, const QString& sql);
+    Recordset(Database* db, sqlite3_stmt* stmt, const QString& sql, QByteArray text);
     void step();
     QVariant columnValue(int index) const;
     QString columnText(int index) const;
@@ -100,7 +101,9 @@ private:
     Database* mDb = nullptr;
     sqlite3_stmt* mStmt = nullptr;
     QString mSql;
-    QStringList mNames; // column names as the statement gives them
+    QByteArray mText;                          // the statement as compiled
+    std::weak_ptr<StatementCache> mStatements; // where the statement goes back when closed
+    QStringList mNames;                        // column names as the statement gives them
     // Names looked up before, for names held in static storage (string literals), by address.
     struct LookupHit {
         const QChar* key;
@@ -159,7 +162,9 @@ public:
 private:
     friend class DBEngine;
     friend class Recordset;
-    sqlite3_stmt* prepare(const QString& sql, const QVariantList& values);
+    // A compiled statement with its values bound: one kept from an earlier run of the same text
+    // when there is one. `text` receives the statement's text for giving it back.
+    sqlite3_stmt* prepare(const QString& sql, const QVariantList& values, QByteArray& text);
     [[noreturn]] void raise(int rc, const QString& sql) const;
 
     // The single-column primary key of a table, "" when it has none; read once per table.
@@ -169,6 +174,7 @@ private:
     QString mPath;
     qint64 mRecordsAffected = 0;
     QHash<QString, QString> mKeyColumns;
+    std::shared_ptr<StatementCache> mStatements;
 };
 
 class DBEngine {
