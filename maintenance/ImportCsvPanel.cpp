@@ -49,7 +49,7 @@ ImportCsvPanel::ImportCsvPanel(QWidget* parent) : QFrame(parent) {
     Label15->setObjectName(QStringLiteral("Label15"));
     Label15->setWordWrap(true);
     Label15->setAlignment(Qt::AlignLeft | Qt::AlignTop);
-    Label15->setFixedWidth(230);
+    Label15->setFixedWidth(200);
     auto* gridRow = new QHBoxLayout;
     gridRow->addWidget(fg1, 1);
     gridRow->addWidget(Label15);
@@ -61,7 +61,7 @@ ImportCsvPanel::ImportCsvPanel(QWidget* parent) : QFrame(parent) {
                                      int col) {
         auto* box = new QComboBox(Frame5);
         box->setObjectName(name);
-        box->setMinimumContentsLength(9);
+        box->setMinimumContentsLength(8);
         box->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
         auto* label = new QLabel(caption, Frame5);
         label->setBuddy(box);
@@ -90,13 +90,18 @@ ImportCsvPanel::ImportCsvPanel(QWidget* parent) : QFrame(parent) {
     Label18 = helpLabel(QStringLiteral("Label18"), Frame5);
     Command6 = new QPushButton(QStringLiteral("Import"), Frame5);
     Command6->setObjectName(QStringLiteral("Command6"));
-    auto* checks = new QGridLayout;
-    checks->addWidget(Check1, 0, 0);
-    checks->addWidget(Label18, 0, 1);
-    checks->addWidget(Check2, 1, 0);
-    checks->addWidget(Label17, 1, 1);
-    checks->setColumnStretch(2, 1);
-    checks->addWidget(Command6, 0, 3, 2, 1, Qt::AlignRight | Qt::AlignVCenter);
+    // Each option with its help label right after it.
+    auto* options = new QVBoxLayout;
+    for (const auto& [check, help] : {std::pair{Check1, Label18}, std::pair{Check2, Label17}}) {
+        auto* line = new QHBoxLayout;
+        line->addWidget(check);
+        line->addWidget(help);
+        line->addStretch(1);
+        options->addLayout(line);
+    }
+    auto* checks = new QHBoxLayout;
+    checks->addLayout(options, 1);
+    checks->addWidget(Command6, 0, Qt::AlignRight | Qt::AlignVCenter);
     auto* frameLay = new QVBoxLayout(Frame5);
     frameLay->addLayout(boxes);
     frameLay->addLayout(checks);
