@@ -98,6 +98,11 @@ bool ReadCsv(const QString& fileName, FlexCells& fg1) {
     file.close();
 
     fg1.BeginUpdate();
+    // A new file starts from an empty grid of two rows and two columns, so that no cell of an
+    // earlier file (or its status) is left beside the new rows.
+    fg1.SetRows(0);
+    fg1.SetCols(2);
+    fg1.SetRows(2);
     int r = 1;
     const qsizetype n = text.size();
     qsizetype i = 0;

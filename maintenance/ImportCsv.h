@@ -13,7 +13,8 @@
 
 class FlexCells;
 
-// Reads a file into the grid, one line per row from row 1, and numbers the columns in row 0.
+// Reads a file into an emptied grid, one line per row from row 1, and numbers the columns in
+// row 0.
 // A comma separates cells outside a quoted stretch; a quoted stretch ends only at a quote that a
 // comma follows. A line without any separator is left out; an empty line gives an empty row.
 // The grid grows to the widest line plus one empty column. Lines end at CR LF, LF or CR; the

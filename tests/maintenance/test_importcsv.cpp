@@ -137,6 +137,15 @@ private slots:
         // A file that cannot be read leaves the grid as it was.
         QVERIFY(!ReadCsv(data.path(QStringLiteral("missing.csv")), grid));
         QCOMPARE(grid.Rows(), 7);
+
+        // The next file starts afresh: no cell or status of the wider one is left.
+        grid.SetTextMatrix(1, 0, QStringLiteral("DONE_OK"));
+        read(data, grid, "x,y\n");
+        QCOMPARE(grid.Rows(), 2);
+        QCOMPARE(grid.Cols(), 4);
+        QCOMPARE(grid.TextMatrix(1, 0), QString());
+        QCOMPARE(grid.TextMatrix(1, 3), QString());
+        QCOMPARE(grid.TextMatrix(0, 3), QStringLiteral("3"));
     }
 
     void newRowsTakeDefaultsMasksAndNumbersInFileOrder() {

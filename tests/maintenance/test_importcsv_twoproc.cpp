@@ -12,7 +12,7 @@ class TestImportCsvTwoProcesses : public QObject {
 private slots:
     void bothImportsGetTheirOwnNumbers() {
         TestData data;
-        const int rows = 3000;
+        const int rows = 5000;
         QByteArray a, b;
         for (int i = 0; i < rows; ++i) {
             a += QStringLiteral("A-%1,first,1,,2.5\n").arg(i).toUtf8();
@@ -40,17 +40,17 @@ private slots:
         QCOMPARE(QString::fromUtf8(second.readAllStandardOutput()).split('\n', Qt::SkipEmptyParts),
                  done);
 
-        // Numbers 1 to 6000 with no gap and no item twice; each item with one supplier row that
+        // Numbers 1 to 10000 with no gap and no item twice; each item with one supplier row that
         // carries its own file's price.
         QCOMPARE(SqlFirst("SELECT count(*) || '/' || min(ItemID) || '/' || max(ItemID) || '/' || "
                           "count(DISTINCT MasterPNo) FROM tblStockItems"),
-                 QStringLiteral("6000/1/6000/6000"));
+                 QStringLiteral("10000/1/10000/10000"));
         QCOMPARE(SqlFirst("SELECT count(*) || '/' || count(DISTINCT p.ItemID) FROM tblItemSupplier "
                           "p JOIN tblStockItems s ON s.ItemID = p.ItemID WHERE p.SupplierID = 0 "
                           "AND p.PriceEach = CASE WHEN s.MasterPNo LIKE 'A-%' THEN 2.5 ELSE 3.5 "
                           "END"),
-                 QStringLiteral("6000/6000"));
-        QCOMPARE(SqlFirst("SELECT count(*) FROM tblItemSupplier"), QStringLiteral("6000"));
+                 QStringLiteral("10000/10000"));
+        QCOMPARE(SqlFirst("SELECT count(*) FROM tblItemSupplier"), QStringLiteral("10000"));
         // In each file's order, its items took rising numbers.
         for (const char* prefix : {"A-%", "B-%"}) {
             Database db = DBEngine::OpenDatabase(gDbPath);
