@@ -7,6 +7,7 @@
 #include <QFileInfo>
 #include <QRandomGenerator>
 #include <QRegularExpression>
+#include <chrono>
 #include <cmath>
 #include <optional>
 #include <sqlite3.h>
@@ -49,6 +50,20 @@ void sqlVal(sqlite3_context* ctx, int, sqlite3_value** argv) {
     }
 }
 
+// Waits for another connection's lock in short steps, up to the busy timeout. The engine's own
+// handler sleeps up to 100 ms between tries and so rarely catches the short gap between two
+// transactions of a workstation that writes in batches.
+int busyHandler(void*, int count) {
+    using Clock = std::chrono::steady_clock;
+    static Clock::time_point started;
+    if (count == 0)
+        started = Clock::now();
+    if (Clock::now() - started >= std::chrono::milliseconds(DBEngine::BusyTimeoutMs()))
+        return 0;
+    sqlite3_sleep(count < 10 ? 1 : 2);
+    return 1;
+}
+
 QString hashPassword(const QString& salt, const QString& password) {
     return QString::fromLatin1(
         QCryptographicHash::hash((salt + password).toUtf8(), QCryptographicHash::Sha256).toHex());
@@ -84,13 +99,50 @@ QString describe(int rc, sqlite3* db) {
 
 } // namespace
 
+// Compiled statements kept for reuse on one connection, so that a statement run again with the
+// same text (its values bound afresh) is not compiled again. Only statements not in use are
+// kept, reset, the most recently used last.
+struct StatementCache {
+    struct Entry {
+        QByteArray text;
+        sqlite3_stmt* stmt;
+    };
+    static constexpr size_t kCapacity = 32;
+    std::vector<Entry> idle;
+
+    sqlite3_stmt* take(const QByteArray& text) {
+        for (auto it = idle.rbegin(); it != idle.rend(); ++it) {
+            if (it->text == text) {
+                sqlite3_stmt* stmt = it->stmt;
+                idle.erase(std::next(it).base());
+                return stmt;
+            }
+        }
+        return nullptr;
+    }
+    void put(QByteArray text, sqlite3_stmt* stmt) {
+        sqlite3_reset(stmt);
+        sqlite3_clear_bindings(stmt);
+        if (idle.size() >= kCapacity) {
+            sqlite3_finalize(idle.front().stmt);
+            idle.erase(idle.begin());
+        }
+        idle.push_back({std::move(text), stmt});
+    }
+    ~StatementCache() {
+        for (const Entry& e : idle)
+            sqlite3_finalize(e.stmt);
+    }
+};
+
 DbError::DbError(int number, const QString& description)
     : std::runtime_error(description.toStdString()), mNumber(number), mDescription(description) {}
 
 // ---------------------------------------------------------------- Database
 
 Database::Database(Database&& o) noexcept
-    : mDb(o.mDb), mPath(std::move(o.mPath)), mRecordsAffected(o.mRecordsAffected) {
+    : mDb(o.mDb), mPath(std::move(o.mPath)), mRecordsAffected(o.mRecordsAffected),
+      mKeyColumns(std::move(o.mKeyColumns)), mStatements(std::move(o.mStatements)) {
     o.mDb = nullptr;
 }
 
@@ -100,6 +152,8 @@ Database& Database::operator=(Database&& o) noexcept {
         mDb = o.mDb;
         mPath = std::move(o.mPath);
         mRecordsAffected = o.mRecordsAffected;
+        mKeyColumns = std::move(o.mKeyColumns);
+        mStatements = std::move(o.mStatements);
         o.mDb = nullptr;
     }
     return *this;
@@ -110,6 +164,7 @@ Database::~Database() {
 }
 
 void Database::Close() {
+    mStatements.reset(); // kept statements are finalized; open record sets finalize their own
     if (mDb) {
         if (!sqlite3_get_autocommit(mDb))
             sqlite3_exec(mDb, "ROLLBACK", nullptr, nullptr, nullptr);
@@ -141,7 +196,7 @@ void Database::BeforeNextStatementContaining(const QString& fragment, std::funct
         injectedHook() = InjectedHook{fragment, std::move(hook)};
 }
 
-sqlite3_stmt* Database::prepare(const QString& sql, const QVariantList& values) {
+sqlite3_stmt* Database::prepare(const QString& sql, const QVariantList& values, QByteArray& text) {
     if (!mDb)
         throw DbError(DbErr::Generic, QStringLiteral("Object invalid or no longer set."));
     if (auto& h = injectedHook(); h && sql.contains(h->fragment, Qt::CaseInsensitive)) {
@@ -154,14 +209,18 @@ sqlite3_stmt* Database::prepare(const QString& sql, const QVariantList& values) 
         f.reset();
         throw DbError(copy.number, copy.description);
     }
-    const QByteArray text = sql.toUtf8();
-    sqlite3_stmt* stmt = nullptr;
-    const char* tail = nullptr;
-    int rc = sqlite3_prepare_v2(mDb, text.constData(), int(text.size()), &stmt, &tail);
-    if (rc != SQLITE_OK)
-        raise(rc, sql);
-    if (!stmt) // an empty statement
-        throw DbError(DbErr::Syntax, QStringLiteral("Invalid SQL statement."));
+    text = sql.toUtf8();
+    if (!mStatements)
+        mStatements = std::make_shared<StatementCache>();
+    sqlite3_stmt* stmt = mStatements->take(text);
+    if (!stmt) {
+        const char* tail = nullptr;
+        const int rc = sqlite3_prepare_v2(mDb, text.constData(), int(text.size()), &stmt, &tail);
+        if (rc != SQLITE_OK)
+            raise(rc, sql);
+        if (!stmt) // an empty statement
+            throw DbError(DbErr::Syntax, QStringLiteral("Invalid SQL statement."));
+    }
     for (int i = 0; i < values.size(); ++i) {
         const QVariant& v = values.at(i);
         const int p = i + 1;
@@ -200,7 +259,8 @@ sqlite3_stmt* Database::prepare(const QString& sql, const QVariantList& values) 
 }
 
 void Database::Execute(const QString& sql, const QVariantList& values) {
-    sqlite3_stmt* stmt = prepare(sql, values);
+    QByteArray text;
+    sqlite3_stmt* stmt = prepare(sql, values, text);
     int rc;
     do {
         rc = sqlite3_step(stmt);
@@ -212,12 +272,13 @@ void Database::Execute(const QString& sql, const QVariantList& values) {
         throw err;
     }
     mRecordsAffected = sqlite3_changes64(mDb);
-    sqlite3_finalize(stmt);
+    mStatements->put(std::move(text), stmt);
 }
 
 Recordset Database::OpenRecordset(const QString& sql, const QVariantList& values) {
-    sqlite3_stmt* stmt = prepare(sql, values);
-    Recordset rs(this, stmt, sql);
+    QByteArray text;
+    sqlite3_stmt* stmt = prepare(sql, values, text);
+    Recordset rs(this, stmt, sql, std::move(text));
     rs.step();
     rs.mAnyRow = !rs.mEof;
     rs.mBof = rs.mEof;
@@ -238,10 +299,44 @@ bool Database::InTransaction() const {
     return mDb && !sqlite3_get_autocommit(mDb);
 }
 
+QString Database::keyColumn(const QString& table) {
+    const QString lower = table.toLower();
+    const auto found = mKeyColumns.constFind(lower);
+    if (found != mKeyColumns.constEnd())
+        return *found;
+    QString key;
+    int keys = 0;
+    Recordset rs = OpenRecordset(QStringLiteral("PRAGMA table_info(%1)").arg(table));
+    for (; !rs.Eof(); rs.MoveNext()) {
+        if (rs.Fields(QStringLiteral("pk")).Long() > 0) {
+            ++keys;
+            key = rs.Fields(QStringLiteral("name")).Text();
+        }
+    }
+    if (keys != 1)
+        key.clear();
+    mKeyColumns.insert(lower, key);
+    return key;
+}
+
+void Database::Savepoint(const QString& name) {
+    Execute(QStringLiteral("SAVEPOINT ") + name);
+}
+void Database::ReleaseSavepoint(const QString& name) {
+    Execute(QStringLiteral("RELEASE ") + name);
+}
+void Database::RollbackToSavepoint(const QString& name) {
+    if (!mDb || sqlite3_get_autocommit(mDb))
+        return;
+    const QByteArray n = name.toUtf8();
+    sqlite3_exec(mDb, ("ROLLBACK TO " + n).constData(), nullptr, nullptr, nullptr);
+    sqlite3_exec(mDb, ("RELEASE " + n).constData(), nullptr, nullptr, nullptr);
+}
+
 // ---------------------------------------------------------------- Recordset
 
-Recordset::Recordset(Database* db, sqlite3_stmt* stmt, const QString& sql)
-    : mDb(db), mStmt(stmt), mSql(sql) {
+Recordset::Recordset(Database* db, sqlite3_stmt* stmt, const QString& sql, QByteArray text)
+    : mDb(db), mStmt(stmt), mSql(sql), mText(std::move(text)), mStatements(db->mStatements) {
     const int n = sqlite3_column_count(stmt);
     mNames.reserve(n);
     for (int i = 0; i < n; ++i)
@@ -249,7 +344,8 @@ Recordset::Recordset(Database* db, sqlite3_stmt* stmt, const QString& sql)
 }
 
 Recordset::Recordset(Recordset&& o) noexcept
-    : mDb(o.mDb), mStmt(o.mStmt), mSql(std::move(o.mSql)), mNames(std::move(o.mNames)),
+    : mDb(o.mDb), mStmt(o.mStmt), mSql(std::move(o.mSql)), mText(std::move(o.mText)),
+      mStatements(std::move(o.mStatements)), mNames(std::move(o.mNames)),
       mLookups(std::move(o.mLookups)), mEof(o.mEof), mBof(o.mBof), mPosition(o.mPosition),
       mCount(o.mCount), mAnyRow(o.mAnyRow), mEditMode(o.mEditMode),
       mOriginal(std::move(o.mOriginal)), mPending(std::move(o.mPending)) {
@@ -262,6 +358,8 @@ Recordset& Recordset::operator=(Recordset&& o) noexcept {
         mDb = o.mDb;
         mStmt = o.mStmt;
         mSql = std::move(o.mSql);
+        mText = std::move(o.mText);
+        mStatements = std::move(o.mStatements);
         mNames = std::move(o.mNames);
         mLookups = std::move(o.mLookups);
         mEof = o.mEof;
@@ -283,7 +381,10 @@ Recordset::~Recordset() {
 
 void Recordset::Close() {
     if (mStmt) {
-        sqlite3_finalize(mStmt);
+        if (const std::shared_ptr<StatementCache> kept = mStatements.lock())
+            kept->put(std::move(mText), mStmt);
+        else
+            sqlite3_finalize(mStmt);
         mStmt = nullptr;
     }
     mEof = true;
@@ -488,6 +589,10 @@ void Recordset::Update() {
     if (!m.hasMatch())
         throw DbError(3027, QStringLiteral("Cannot update. Database or object is read-only."));
     const QString table = m.captured(1);
+    if (mEditMode == EditMode::Edit && mPending.isEmpty()) { // nothing changed: nothing to write
+        mEditMode = EditMode::None;
+        return;
+    }
     QStringList names;
     QVariantList values;
     for (const auto& [n, v] : mPending) {
@@ -505,6 +610,19 @@ void Recordset::Update() {
         QStringList sets, where;
         for (const QString& n : names)
             sets << n + QStringLiteral("=?");
+        // The record is found by its key where the table has one, else by all its values.
+        const QString key = mDb->keyColumn(table);
+        for (int i = 0; !key.isEmpty() && i < mOriginal.size(); ++i) {
+            if (!mOriginal.at(i).isNull() && FieldName(i).compare(key, Qt::CaseInsensitive) == 0) {
+                values << mOriginal.at(i);
+                mDb->Execute(QStringLiteral("UPDATE %1 SET %2 WHERE %3 = ?")
+                                 .arg(table, sets.join(QLatin1Char(',')), key),
+                             values);
+                mEditMode = EditMode::None;
+                mPending.clear();
+                return;
+            }
+        }
         for (int i = 0; i < mOriginal.size(); ++i) {
             where << FieldName(i) + QStringLiteral(" IS ?");
             values << mOriginal.at(i);
@@ -590,7 +708,7 @@ Database DBEngine::openFile(const QString& path, bool readOnly) {
         throw DbError(DbErr::CannotOpen, d);
     }
     sqlite3_extended_result_codes(h, 1);
-    sqlite3_busy_timeout(h, DBEngine::BusyTimeoutMs());
+    sqlite3_busy_handler(h, busyHandler, nullptr);
     sqlite3_create_function_v2(h, "Val", 1, SQLITE_UTF8 | SQLITE_DETERMINISTIC, nullptr, sqlVal,
                                nullptr, nullptr, nullptr);
     db.mDb = h;

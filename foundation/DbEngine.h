@@ -41,6 +41,7 @@ constexpr int Generic = 3146;          // any other engine failure
 
 class Database;
 class Recordset;
+struct StatementCache;
 
 // What a value of the current row is: the engine keeps a type per value, not per column.
 enum class FieldType { Null, Long, Double, Text, Binary };
@@ -101,7 +102,7 @@ public:
 private:
     friend class Database;
     friend class Field;
-    Recordset(Database* db, sqlite3_stmt* stmt, const QString& sql);
+    Recordset(Database* db, sqlite3_stmt* stmt, const QString& sql, QByteArray text);
     void step();
     QVariant columnValue(int index) const;
     QString columnText(int index) const;
@@ -112,7 +113,9 @@ private:
     Database* mDb = nullptr;
     sqlite3_stmt* mStmt = nullptr;
     QString mSql;
-    QStringList mNames; // column names as the statement gives them
+    QByteArray mText;                          // the statement as compiled
+    std::weak_ptr<StatementCache> mStatements; // where the statement goes back when closed
+    QStringList mNames;                        // column names as the statement gives them
     // Names looked up before, for names held in static storage (string literals), by address.
     struct LookupHit {
         const QChar* key;
@@ -154,9 +157,17 @@ public:
     void Rollback(); // errors ignored: the engine may already have rolled back
     bool InTransaction() const;
 
+    // Savepoints inside a transaction: one piece of work that can be undone alone while the
+    // transaction around it goes on. RollbackToSavepoint undoes the work since the savepoint
+    // and ends it; its errors are ignored as Rollback's are.
+    void Savepoint(const QString& name);
+    void ReleaseSavepoint(const QString& name);
+    void RollbackToSavepoint(const QString& name);
+
     void Close();
 
     // Engine seam for tests: the next statement whose text contains `fragment` fails with `error`.
+    // "COMMIT" fails the next commit, the transaction staying open as after a failed commit.
     static void FailNextStatementContaining(const QString& fragment, int number = DbErr::Generic,
                                             const QString& description = {});
     // Engine seam for tests: `hook` runs once, just before the next statement whose text contains
@@ -166,12 +177,19 @@ public:
 private:
     friend class DBEngine;
     friend class Recordset;
-    sqlite3_stmt* prepare(const QString& sql, const QVariantList& values);
+    // A compiled statement with its values bound: one kept from an earlier run of the same text
+    // when there is one. `text` receives the statement's text for giving it back.
+    sqlite3_stmt* prepare(const QString& sql, const QVariantList& values, QByteArray& text);
     [[noreturn]] void raise(int rc, const QString& sql) const;
+
+    // The single-column primary key of a table, "" when it has none; read once per table.
+    QString keyColumn(const QString& table);
 
     sqlite3* mDb = nullptr;
     QString mPath;
     qint64 mRecordsAffected = 0;
+    QHash<QString, QString> mKeyColumns;
+    std::shared_ptr<StatementCache> mStatements;
 };
 
 class DBEngine {
@@ -190,6 +208,9 @@ public:
     // Stores the password that the connect-string form checks.
     static void SetDatabasePassword(Database& db, const QString& password);
 
+    // How long a statement waits for another workstation's lock before it fails. The lock is
+    // tried again every millisecond or two, so a workstation that lets go of the lock between
+    // two short transactions lets the waiting one in.
     static int BusyTimeoutMs() { return 2000; }
 
 private:

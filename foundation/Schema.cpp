@@ -114,6 +114,10 @@ QStringList BusinessIndexes() {
         QStringLiteral("CREATE INDEX IF NOT EXISTS ixItemSupItem ON tblItemSupplier (ItemID)"),
         QStringLiteral(
             "CREATE INDEX IF NOT EXISTS ixItemSupSupplier ON tblItemSupplier (SupplierID)"),
+        // One item's row of one supplier (the no-supplier row above all, which every item may
+        // have): without it the engine may look such a row up by SupplierID alone.
+        QStringLiteral("CREATE INDEX IF NOT EXISTS ixItemSupItemSupplier ON tblItemSupplier "
+                       "(ItemID, SupplierID)"),
         QStringLiteral("CREATE INDEX IF NOT EXISTS ixCommentStock ON tblItemComments (StockID)"),
         QStringLiteral("CREATE INDEX IF NOT EXISTS ixHistStock ON tblItemHistory (StockID)"),
         QStringLiteral("CREATE INDEX IF NOT EXISTS ixHistID2 ON tblItemHistory (HistID2)"),

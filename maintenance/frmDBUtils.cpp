@@ -4,6 +4,7 @@
 #include "grids/GridEX.h"
 #include "maintenance/CompanyDetailsPanel.h"
 #include "maintenance/StatisticsPanel.h"
+#include "maintenance/ImportCsvPanel.h"
 
 #include <QFrame>
 #include <QHBoxLayout>
@@ -44,6 +45,10 @@ frmDBUtils::frmDBUtils(QWidget* parent) : QDialog(parent) {
     (new QVBoxLayout(TabFrames[TabHome]))->addWidget(Home);
     Statistics = new StatisticsPanel(TabFrames[TabStatistics]);
     (new QVBoxLayout(TabFrames[TabStatistics]))->addWidget(Statistics);
+    // The import tab.
+    auto* importPanel = new ImportCsvPanel(TabFrames[TabImport]);
+    (new QVBoxLayout(TabFrames[TabImport]))->addWidget(importPanel);
+    connect(importPanel, &ImportCsvPanel::Closed, this, [this] { TabStrip1->setCurrentIndex(0); });
 
     // The user tab.
     QFrame* users = TabFrames[TabUsers];
