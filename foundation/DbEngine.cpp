@@ -7,7 +7,9 @@
 #include <QFileInfo>
 #include <QRandomGenerator>
 #include <QRegularExpression>
+#include <QSaveFile>
 #include <cmath>
+#include <filesystem>
 #include <optional>
 #include <sqlite3.h>
 
@@ -71,6 +73,36 @@ QString describe(int rc, sqlite3* db) {
     default:
         return db ? QString::fromUtf8(sqlite3_errmsg(db)) : QString::fromUtf8(sqlite3_errstr(rc));
     }
+}
+
+// Writes the database open on `from` into the file at `path` through the online backup, under
+// the destination's lock (waiting out the busy timeout) and rollback journal. Returns the
+// engine's result code, with its description in `message` on failure.
+int backupInto(sqlite3* from, const QString& path, QString& message) {
+    sqlite3* to = nullptr;
+    int rc = sqlite3_open_v2(QFile::encodeName(path).constData(), &to,
+                             SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE, nullptr);
+    if (rc == SQLITE_OK) {
+        sqlite3_extended_result_codes(to, 1);
+        sqlite3_busy_timeout(to, DBEngine::BusyTimeoutMs());
+        // A cache that holds most of a file keeps the journal from being synced at every spill.
+        rc = sqlite3_exec(to, "PRAGMA synchronous=FULL; PRAGMA cache_size=-65536", nullptr, nullptr,
+                          nullptr);
+    }
+    if (rc == SQLITE_OK) {
+        sqlite3_backup* backup = sqlite3_backup_init(to, "main", from, "main");
+        if (!backup) {
+            rc = sqlite3_extended_errcode(to);
+        } else {
+            rc = sqlite3_backup_step(backup, -1);
+            const int finished = sqlite3_backup_finish(backup);
+            rc = rc == SQLITE_DONE ? finished : rc;
+        }
+    }
+    if (rc != SQLITE_OK)
+        message = describe(rc, to);
+    sqlite3_close_v2(to);
+    return rc;
 }
 
 } // namespace
@@ -620,4 +652,68 @@ void DBEngine::CompactDatabase(const QString& src, const QString& dst) {
         throw DbError(3204, QStringLiteral("Database already exists."));
     Database db = openFile(src, false);
     db.Execute(QStringLiteral("VACUUM INTO ?"), {dst});
+}
+
+void DBEngine::WriteDatabaseOver(const QString& src, const QString& dst) {
+    Database from = openFile(src, true);
+    // The read transaction: its shared lock is taken by the first read and kept to the end.
+    from.Execute(QStringLiteral("BEGIN"));
+    from.OpenRecordset(QStringLiteral("SELECT count(*) FROM sqlite_master"));
+    const bool existed = QFileInfo::exists(dst);
+    QString message;
+    int rc = backupInto(from.mDb, dst, message);
+    if ((rc & 0xff) == SQLITE_NOTADB) {
+        // Whatever dst holds, nobody can be reading it as a database: a new file is written
+        // beside it and put in its place in one step.
+        const QString fresh = dst + QStringLiteral("-new");
+        QFile::remove(fresh);
+        rc = backupInto(from.mDb, fresh, message);
+        std::error_code failed;
+        if (rc == SQLITE_OK)
+            std::filesystem::rename(QFile::encodeName(fresh).toStdString(),
+                                    QFile::encodeName(dst).toStdString(), failed);
+        if (rc != SQLITE_OK || failed) {
+            QFile::remove(fresh);
+            if (rc == SQLITE_OK)
+                throw DbError(DbErr::Generic, QString::fromStdString(failed.message()));
+        }
+    } else if (rc != SQLITE_OK && !existed) {
+        QFile::remove(dst); // what a failed copy began
+    }
+    if (rc != SQLITE_OK)
+        throw DbError(mapError(rc), message);
+    from.Execute(QStringLiteral("COMMIT"));
+}
+
+void DBEngine::CopyDatabaseFile(const QString& src, const QString& dst) {
+    Database from = openFile(src, false);
+    from.Execute(QStringLiteral("BEGIN"));
+    from.OpenRecordset(QStringLiteral("SELECT count(*) FROM sqlite_master"));
+    // The bytes are read through the connection's own file handle: a second handle on the file
+    // would, once closed, drop the locks this process holds on it.
+    sqlite3_file* file = nullptr;
+    sqlite3_int64 size = 0;
+    if (sqlite3_file_control(from.mDb, "main", SQLITE_FCNTL_FILE_POINTER, &file) != SQLITE_OK ||
+        !file || !file->pMethods || file->pMethods->xFileSize(file, &size) != SQLITE_OK)
+        throw DbError(DbErr::Generic, QStringLiteral("Could not read '%1'.").arg(src));
+    QSaveFile out(dst);
+    out.setDirectWriteFallback(false);
+    if (!out.open(QIODevice::WriteOnly))
+        throw DbError(DbErr::CannotOpen,
+                      QStringLiteral("Could not write '%1'. %2").arg(dst, out.errorString()));
+    QByteArray buffer(1 << 20, Qt::Uninitialized);
+    for (sqlite3_int64 at = 0; at < size;) {
+        const int n = int(std::min<sqlite3_int64>(buffer.size(), size - at));
+        const int rc = file->pMethods->xRead(file, buffer.data(), n, at);
+        if (rc != SQLITE_OK)
+            throw DbError(mapError(rc), describe(rc, nullptr));
+        if (out.write(buffer.constData(), n) != n)
+            throw DbError(DbErr::Generic,
+                          QStringLiteral("Could not write '%1'. %2").arg(dst, out.errorString()));
+        at += n;
+    }
+    if (!out.commit())
+        throw DbError(DbErr::Generic,
+                      QStringLiteral("Could not write '%1'. %2").arg(dst, out.errorString()));
+    from.Execute(QStringLiteral("COMMIT"));
 }
