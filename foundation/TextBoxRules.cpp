@@ -73,6 +73,9 @@ bool TextRulesFilter::eventFilter(QObject* watched, QEvent* event) {
             }
             return false;
         }
+        case Kind::FileName:
+            return !(code == 8 || code == '-' || code == '_' || (code >= '0' && code <= '9') ||
+                     (code >= 'A' && code <= 'Z') || (code >= 'a' && code <= 'z'));
         }
     } else if (event->type() == QEvent::FocusOut) {
         if (mKind == Kind::Text) {
@@ -101,4 +104,8 @@ void AttachNumberRules(QLineEdit* box, const QString& mask, BlankBox blank) {
 void AttachAlphaNumericRules(QLineEdit* box, bool upper) {
     box->installEventFilter(
         new TextRulesFilter(TextRulesFilter::Kind::AlphaNumeric, {}, upper, box));
+}
+
+void AttachFileNameRules(QLineEdit* box) {
+    box->installEventFilter(new TextRulesFilter(TextRulesFilter::Kind::FileName, {}, false, box));
 }

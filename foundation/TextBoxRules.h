@@ -16,11 +16,14 @@ enum class BlankBox { ReadsZero, StaysBlank };
 void AttachNumberRules(QLineEdit* box, const QString& mask, BlankBox blank = BlankBox::ReadsZero);
 // Code boxes: AlphaNumericKey on each key, lower case turned to upper when `upper` is set.
 void AttachAlphaNumericRules(QLineEdit* box, bool upper);
+// File-name boxes: only the letters A to Z and a to z, the digits, "-", "_" and backspace can be
+// typed; every other character key is swallowed.
+void AttachFileNameRules(QLineEdit* box);
 
 class TextRulesFilter : public QObject {
     Q_OBJECT
 public:
-    enum class Kind { Text, Number, AlphaNumeric };
+    enum class Kind { Text, Number, AlphaNumeric, FileName };
     TextRulesFilter(Kind kind, const QString& mask, bool upper, QObject* parent,
                     BlankBox blank = BlankBox::ReadsZero);
     bool eventFilter(QObject* watched, QEvent* event) override;
