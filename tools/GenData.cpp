@@ -787,6 +787,7 @@ GenDataScale ScaleFor(int items) {
     s.customerOrders = part(30000, 1);
     s.basketRows = part(1000, 1);
     s.links = part(400, 1);
+    s.allocationRows = part(5000, 1);
     return s;
 }
 

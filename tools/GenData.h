@@ -34,6 +34,7 @@ struct GenDataScale {
     int customerOrders = 0;
     int basketRows = 0;
     int links = 0;
+    int allocationRows = 0; // tblAllocDetail: works-order allocations of earlier versions
 };
 GenDataScale ScaleFor(int items);
 
@@ -55,6 +56,7 @@ struct GenDataCounts {
     qint64 invoiceRows = 0;
     qint64 historyRows = 0;
     qint64 links = 0;
+    qint64 allocationRows = 0;
 };
 
 // Makes the three data files in `folder` (refusing when any exists) and fills dbqst.dqx.

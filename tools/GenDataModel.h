@@ -59,7 +59,8 @@ enum Stream : quint32 {
     SAdjustments,
     SWalk,
     SBasket,
-    SLinks
+    SLinks,
+    SAllocations
 };
 
 inline double round2(double v) {

@@ -62,7 +62,8 @@ int main(int argc, char** argv) {
         << " rows, basket rows " << c.basketRows << "\n"
         << "customer orders " << c.customerOrders << " with " << c.customerOrderRows
         << " rows, invoices " << c.invoices << " with " << c.invoiceRows << " rows\n"
-        << "history rows " << c.historyRows << ", document links " << c.links << "\n"
+        << "history rows " << c.historyRows << ", document links " << c.links << ", allocations "
+        << c.allocationRows << "\n"
         << QStringLiteral("written in %1 s\n").arg(timer.elapsed() / 1000.0, 0, 'f', 1);
     return 0;
 }
