@@ -2,6 +2,8 @@
 
 #include "foundation/MsgBox.h"
 #include "grids/GridEX.h"
+#include "maintenance/MaintenancePanel.h"
+#include "maintenance/RestorePanel.h"
 
 #include <QFrame>
 #include <QHBoxLayout>
@@ -37,6 +39,9 @@ frmDBUtils::frmDBUtils(QWidget* parent) : QDialog(parent) {
     }
     lay->addWidget(TabStrip1);
     lay->addWidget(TabPanels, 1);
+
+    new MaintenancePanel(TabFrames[TabMaintenance]);
+    new RestorePanel(TabFrames[TabRestore]);
 
     // The user tab.
     QFrame* users = TabFrames[TabUsers];
