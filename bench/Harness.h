@@ -17,6 +17,9 @@ struct Benchmark {
     // group opens a connection; each statement is prepared, stepped to the end with every column
     // of every row read, and finalized.
     QList<QStringList> bareActions;
+    // When set, the bare side is this instead: for a procedure whose plain counterpart is more
+    // than statements (file copies, say).
+    std::function<void()> bare = {};
 };
 
 struct BenchResult {
@@ -36,6 +39,11 @@ public:
     void addActions(const QString& name, std::function<void()> procedure,
                     const QList<QStringList>& bareActions) {
         mBenchmarks.append({name, std::move(procedure), bareActions});
+    }
+    // A procedure beside a plain counterpart of its own.
+    void addPlain(const QString& name, std::function<void()> procedure,
+                  std::function<void()> bare) {
+        mBenchmarks.append({name, std::move(procedure), {}, std::move(bare)});
     }
     const QList<Benchmark>& benchmarks() const { return mBenchmarks; }
 
