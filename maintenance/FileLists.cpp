@@ -1,12 +1,17 @@
 #include "maintenance/FileLists.h"
 
+#include "foundation/Globals.h"
 #include "foundation/MsgBox.h"
+#include "maintenance/Maintenance.h"
 
 #include <QApplication>
 #include <QDir>
 #include <QFileInfo>
+#include <QGridLayout>
+#include <QLabel>
 #include <QLineEdit>
 #include <QPalette>
+#include <QProgressBar>
 #include <QVBoxLayout>
 
 namespace {
@@ -106,12 +111,49 @@ QStringList FileListBox::FileNames() const {
     return names;
 }
 
-void SetPickerEnabled(QWidget* box, bool enabled) {
-    box->setEnabled(enabled);
-    QPalette p = box->palette();
+BackupPicker::BackupPicker(QWidget* parent, int index, QLabel* caption, QLineEdit* nameBox)
+    : drive(new DriveListBox(QStringLiteral("Drive%1").arg(index), parent)),
+      dir(new DirListBox(QStringLiteral("Dir%1").arg(index), parent)),
+      files(new FileListBox(QStringLiteral("File%1").arg(index), QStringLiteral("*.bkp"), parent)),
+      name(nameBox), layout(new QGridLayout) {
+    caption->setBuddy(name);
+    layout->addWidget(caption, 0, 0);
+    layout->addWidget(name, 1, 0);
+    layout->addWidget(files, 2, 0, 2, 1);
+    layout->addWidget(drive, 0, 1);
+    layout->addWidget(dir, 1, 1, 3, 1);
+    layout->setRowStretch(3, 1);
+    layout->setColumnStretch(0, 1);
+    layout->setColumnStretch(1, 1);
+    DirListBox* folder = dir;
+    FileListBox* list = files;
+    DriveListBox* drives = drive;
+    QObject::connect(drive, &DriveListBox::Change, dir,
+                     [folder](const QString& d) { folder->SetPath(d); });
+    QObject::connect(dir, &DirListBox::Change, files, [list, drives](const QString& path) {
+        list->SetPath(path);
+        drives->ShowDriveOf(path);
+    });
+    dir->SetPath(gAppPath);
+}
+
+void BackupPicker::SetEnabled(bool enabled) const {
     const QColor back = enabled ? QColor(Qt::white)
                                 : QApplication::palette().color(QPalette::Active, QPalette::Window);
-    for (auto group : {QPalette::Active, QPalette::Inactive, QPalette::Disabled})
-        p.setColor(group, QPalette::Base, back);
-    box->setPalette(p);
+    for (QWidget* box : {static_cast<QWidget*>(drive), static_cast<QWidget*>(dir),
+                         static_cast<QWidget*>(files), static_cast<QWidget*>(name)}) {
+        box->setEnabled(enabled);
+        QPalette p = box->palette();
+        for (auto group : {QPalette::Active, QPalette::Inactive, QPalette::Disabled})
+            p.setColor(group, QPalette::Base, back);
+        box->setPalette(p);
+    }
+}
+
+RunDisplay ShowRunOn(QLabel* label, QProgressBar* bar) {
+    RunDisplay display;
+    display.label = [label](const QString& text) { label->setText(text); };
+    display.range = [bar](int minimum, int maximum) { bar->setRange(minimum, maximum); };
+    display.progress = [bar](int value) { bar->setValue(value); };
+    return display;
 }

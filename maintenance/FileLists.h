@@ -7,7 +7,11 @@
 #include <QString>
 #include <QWidget>
 
+class QGridLayout;
+class QLabel;
 class QLineEdit;
+class QProgressBar;
+struct RunDisplay;
 
 // The drives (roots) of the machine.
 class DriveListBox : public QComboBox {
@@ -64,5 +68,21 @@ private:
     QString mPattern;
 };
 
-// Enables the picking controls with a white background, or disables them with the system's grey.
-void SetPickerEnabled(QWidget* box, bool enabled);
+// The drive, folder and file lists of a tab (Drive1, Dir1, File1 or Drive2, Dir2, File2) with the
+// name box they fill, laid out in one grid: a change of drive sets the folder, a change of folder
+// sets the file list. They start in the data folder.
+struct BackupPicker {
+    BackupPicker(QWidget* parent, int index, QLabel* caption, QLineEdit* name);
+    // Enables the lists and the name box with a white background, or disables them with the
+    // system's grey.
+    void SetEnabled(bool enabled) const;
+
+    DriveListBox* drive;
+    DirListBox* dir;
+    FileListBox* files;
+    QLineEdit* name;
+    QGridLayout* layout;
+};
+
+// A run shown on a tab's label and progress bar.
+RunDisplay ShowRunOn(QLabel* label, QProgressBar* bar);

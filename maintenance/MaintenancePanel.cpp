@@ -1,6 +1,5 @@
 #include "maintenance/MaintenancePanel.h"
 
-#include "foundation/Globals.h"
 #include "foundation/TextBoxRules.h"
 #include "maintenance/FileLists.h"
 #include "maintenance/Maintenance.h"
@@ -8,7 +7,6 @@
 #include <QCheckBox>
 #include <QFileInfo>
 #include <QFrame>
-#include <QGridLayout>
 #include <QGroupBox>
 #include <QHBoxLayout>
 #include <QLabel>
@@ -44,19 +42,11 @@ MaintenancePanel::MaintenancePanel(QFrame* frame) : QWidget(frame) {
     AttachFileNameRules(txtFname);
     auto* lblName = new QLabel(QStringLiteral("File name (.bkp is added)"), where);
     lblName->setObjectName(QStringLiteral("lblFname"));
-    lblName->setBuddy(txtFname);
-    Drive1 = new DriveListBox(QStringLiteral("Drive1"), where);
-    Dir1 = new DirListBox(QStringLiteral("Dir1"), where);
-    File1 = new FileListBox(QStringLiteral("File1"), QStringLiteral("*.bkp"), where);
-    auto* whereLay = new QGridLayout(where);
-    whereLay->addWidget(lblName, 0, 0);
-    whereLay->addWidget(txtFname, 1, 0);
-    whereLay->addWidget(File1, 2, 0, 2, 1);
-    whereLay->addWidget(Drive1, 0, 1);
-    whereLay->addWidget(Dir1, 1, 1, 3, 1);
-    whereLay->setRowStretch(3, 1);
-    whereLay->setColumnStretch(0, 1);
-    whereLay->setColumnStretch(1, 1);
+    mPicker = std::make_unique<BackupPicker>(where, 1, lblName, txtFname);
+    Drive1 = mPicker->drive;
+    Dir1 = mPicker->dir;
+    File1 = mPicker->files;
+    where->setLayout(mPicker->layout);
 
     auto* top = new QHBoxLayout;
     top->addWidget(tasks);
@@ -97,27 +87,21 @@ MaintenancePanel::MaintenancePanel(QFrame* frame) : QWidget(frame) {
             chkCheckDB->setChecked(false);
     });
     connect(chkbackupDB, &QCheckBox::toggled, this, [this](bool on) { chkbackupDB_Click(on); });
-    connect(Drive1, &DriveListBox::Change, this, [this](const QString& d) { Dir1->SetPath(d); });
-    connect(Dir1, &DirListBox::Change, this, [this](const QString& p) {
-        File1->SetPath(p);
-        Drive1->ShowDriveOf(p);
-    });
     // Only the base name: the run adds ".bkp" itself.
     connect(File1, &FileListBox::FileClick, this,
             [this](const QString& name) { txtFname->setText(QFileInfo(name).completeBaseName()); });
     connect(cmdBackup, &QPushButton::clicked, this, [this] { cmdBackup_Click(); });
     connect(cmdCloseUtilities, &QPushButton::clicked, this, [this] { window()->close(); });
 
-    Dir1->SetPath(gAppPath);
     chkbackupDB_Click(false);
 }
+
+MaintenancePanel::~MaintenancePanel() = default;
 
 void MaintenancePanel::chkbackupDB_Click(bool checked) {
     if (checked)
         chkCheckDB->setChecked(false);
-    for (QWidget* w : {static_cast<QWidget*>(Drive1), static_cast<QWidget*>(Dir1),
-                       static_cast<QWidget*>(File1), static_cast<QWidget*>(txtFname)})
-        SetPickerEnabled(w, checked);
+    mPicker->SetEnabled(checked);
 }
 
 void MaintenancePanel::cmdBackup_Click() {
@@ -127,9 +111,6 @@ void MaintenancePanel::cmdBackup_Click() {
     request.backup = chkbackupDB->isChecked();
     request.folder = Dir1->Path();
     request.fileName = txtFname->text();
-    RunDisplay display;
-    display.label = [this](const QString& text) { l1->setText(text); };
-    display.progress = [this](int value) { pbMaintenance->setValue(value); };
-    RunMaintenance(request, display);
+    RunMaintenance(request, ShowRunOn(l1, pbMaintenance));
     File1->Refresh(); // a new backup file shows at once
 }

@@ -2,7 +2,9 @@
 #pragma once
 
 #include <QWidget>
+#include <memory>
 
+struct BackupPicker;
 class DirListBox;
 class DriveListBox;
 class FileListBox;
@@ -18,6 +20,7 @@ class MaintenancePanel : public QWidget {
 public:
     // Fills `frame`, the tab's frame.
     explicit MaintenancePanel(QFrame* frame);
+    ~MaintenancePanel() override;
 
     void cmdBackup_Click();
 
@@ -35,4 +38,5 @@ public:
 
 private:
     void chkbackupDB_Click(bool checked);
+    std::unique_ptr<BackupPicker> mPicker;
 };

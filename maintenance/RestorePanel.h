@@ -2,7 +2,9 @@
 #pragma once
 
 #include <QWidget>
+#include <memory>
 
+struct BackupPicker;
 class DirListBox;
 class DriveListBox;
 class FileListBox;
@@ -18,6 +20,7 @@ class RestorePanel : public QWidget {
 public:
     // Fills `frame`, the tab's frame.
     explicit RestorePanel(QFrame* frame);
+    ~RestorePanel() override;
 
     void cmdRestoreDB_Click();
 
@@ -32,4 +35,5 @@ public:
 
 private:
     void chkRestoreIsOK_Click(bool checked);
+    std::unique_ptr<BackupPicker> mPicker;
 };

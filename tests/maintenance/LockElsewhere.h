@@ -58,3 +58,14 @@ private:
     QProcess mProcess;
     bool mHolding = false;
 };
+
+// main() of a suite whose tests hold locks through copies of the suite itself.
+#define QS_MAIN_WITH_LOCK_HOLDER(TestClass)                                                        \
+    int main(int argc, char** argv) {                                                              \
+        const int held = LockElsewhere::RunIfAsked(argc, argv);                                    \
+        if (held >= 0)                                                                             \
+            return held;                                                                           \
+        QCoreApplication app(argc, argv);                                                          \
+        TestClass t;                                                                               \
+        return QTest::qExec(&t, argc, argv);                                                       \
+    }

@@ -24,6 +24,10 @@ const QString kStage20 =
 const QString kStage30 = QStringLiteral(
     "The automatic database maintenance task failed to complete. This may be caused by a database "
     "error. Do you want to try the maintenance tasks again?");
+const QString kErrorDetected = QStringLiteral(
+    "The database maintenance task could not complete. The database may be faulty but you should "
+    "ensure the database is not being used or shared by another person or process before trying "
+    "again.");
 const QString kStage40 = QStringLiteral(
     "The automatic database maintenance task failed to complete. This may have been caused by a "
     "file system error on your computer. Do you want to try the maintenance tasks again?");
@@ -44,6 +48,12 @@ MaintenanceRequest backupTo(const QString& folder, const QString& name, bool com
     r.compact = compact;
     r.folder = folder;
     r.fileName = name;
+    return r;
+}
+
+MaintenanceRequest only(bool MaintenanceRequest::*task) {
+    MaintenanceRequest r;
+    r.*task = true;
     return r;
 }
 
@@ -74,9 +84,8 @@ private slots:
             ScriptedBoxes boxes;
             boxes.answer(vbOK);
             RecordedRun run;
-            MaintenanceRequest r;
-            r.reSync = true;
-            QCOMPARE(RunMaintenance(r, run.display()), MaintenanceEnd::Finished);
+            QCOMPARE(RunMaintenance(only(&MaintenanceRequest::reSync), run.display()),
+                     MaintenanceEnd::Finished);
             QCOMPARE(boxes.prompts(), QStringList{kNotice});
             QCOMPARE(boxes.shown().at(0).flags, int(vbInformation));
             QCOMPARE(figures("AllocQty"), QStringLiteral("1=3 2=0 3=7 4=0"));
@@ -104,9 +113,8 @@ private slots:
         boxes.answer(vbOK);
         Database::FailNextStatementContaining(QStringLiteral("WHERE ItemID = 50"));
         RecordedRun run;
-        MaintenanceRequest r;
-        r.reSync = true;
-        QCOMPARE(RunMaintenance(r, run.display()), MaintenanceEnd::Finished);
+        QCOMPARE(RunMaintenance(only(&MaintenanceRequest::reSync), run.display()),
+                 MaintenanceEnd::Finished);
         Database::FailNextStatementContaining(QString());
         QCOMPARE(boxes.prompts(),
                  QStringList({kNotice, "The Database Maintenance task could not start because a "
@@ -177,9 +185,8 @@ private slots:
         QVERIFY(QFile::remove(gDbPath));
         boxes.clear();
         boxes.answer(vbOK);
-        MaintenanceRequest compact;
-        compact.compact = true;
-        QCOMPARE(RunMaintenance(compact, run.display()), MaintenanceEnd::DatabaseMissing);
+        QCOMPARE(RunMaintenance(only(&MaintenanceRequest::compact), run.display()),
+                 MaintenanceEnd::DatabaseMissing);
         QCOMPARE(boxes.prompts(), QStringList{"The database file is missing. You'll need to "
                                               "restore from your most recent backup"});
         QCOMPARE(boxes.shown().last().flags, int(vbCritical));
@@ -198,9 +205,8 @@ private slots:
         boxes.answer(vbYes); // try again: the lock is still there
         boxes.answer(vbNo);
         RecordedRun run;
-        MaintenanceRequest compact;
-        compact.compact = true;
-        QCOMPARE(RunMaintenance(compact, run.display()), MaintenanceEnd::Abandoned);
+        QCOMPARE(RunMaintenance(only(&MaintenanceRequest::compact), run.display()),
+                 MaintenanceEnd::Abandoned);
         QCOMPARE(boxes.prompts(), QStringList({kStage20, kStage20}));
         QCOMPARE(boxes.shown().at(0).flags, int(vbYesNo));
         QCOMPARE(run.progress.last(), 0);
@@ -210,6 +216,47 @@ private slots:
         lock.Release();
         QCOMPARE(Contents(gDbPath), before);
         QVERIFY(Pragma(gDbPath, "freelist_count") > 0);
+    }
+
+    void fileReadElsewhereIsNotReplaced() {
+        // Another workstation reading: the copies succeed, the copy back and the safety copy
+        // cannot take the file.
+        TestData data;
+        FillWithGaps(100);
+        const QByteArray before = Contents(gDbPath);
+        LockElsewhere lock(gDbPath, LockElsewhere::Read);
+        QVERIFY(lock.Holding());
+        ScriptedBoxes boxes;
+        boxes.answer(vbOK);
+        RecordedRun run;
+        QCOMPARE(RunMaintenance(only(&MaintenanceRequest::compact), run.display()),
+                 MaintenanceEnd::Finished);
+        QCOMPARE(boxes.prompts(), QStringList{kErrorDetected});
+        QCOMPARE(boxes.shown().at(0).title, QStringLiteral("Error detected"));
+        QCOMPARE(boxes.shown().at(0).flags, int(vbInformation));
+        QVERIFY(run.labels.contains("Compacted OK"));
+        QCOMPARE(LeftoverWorkFiles(), QStringList());
+        lock.Release();
+        QCOMPARE(Contents(gDbPath), before);
+        QCOMPARE(SqlFirst("PRAGMA quick_check"), QStringLiteral("ok"));
+    }
+
+    void copyThatCannotBeWrittenStopsBeforeTheLiveFile() {
+        TestData data;
+        FixedClock clock;
+        FillWithGaps(100);
+        const QByteArray before = Contents(gDbPath);
+        QVERIFY(QDir(gAppPath).mkdir("a3600.tmp")); // the safety copy cannot be made
+        ScriptedBoxes boxes;
+        boxes.answer(vbNo);
+        RecordedRun run;
+        QCOMPARE(RunMaintenance(backupTo(gAppPath, "weekly"), run.display()),
+                 MaintenanceEnd::Abandoned);
+        QCOMPARE(boxes.prompts(), QStringList{kStage20});
+        QCOMPARE(run.progress.last(), 0);
+        QCOMPARE(Contents(gDbPath), before);
+        QVERIFY(!QFile::exists(gAppPath + "/weekly.bkp"));
+        QCOMPARE(LeftoverWorkFiles(), QStringList());
     }
 
     void failedBackupFilePutsTheSafetyCopyBack() {
@@ -243,9 +290,8 @@ private slots:
         boxes.answer(vbYes);
         Database::FailNextStatementContaining(QStringLiteral("VACUUM INTO"));
         RecordedRun run;
-        MaintenanceRequest compact;
-        compact.compact = true;
-        QCOMPARE(RunMaintenance(compact, run.display()), MaintenanceEnd::Finished);
+        QCOMPARE(RunMaintenance(only(&MaintenanceRequest::compact), run.display()),
+                 MaintenanceEnd::Finished);
         QCOMPARE(boxes.prompts(), QStringList{kStage30});
         // The second pass ran from the top and compacted.
         QCOMPARE(run.labels.count("Backing Up Data"), 2);
@@ -260,7 +306,8 @@ private slots:
         boxes.clear();
         boxes.answer(vbNo);
         Database::FailNextStatementContaining(QStringLiteral("VACUUM INTO"));
-        QCOMPARE(RunMaintenance(compact, run.display()), MaintenanceEnd::Abandoned);
+        QCOMPARE(RunMaintenance(only(&MaintenanceRequest::compact), run.display()),
+                 MaintenanceEnd::Abandoned);
         QCOMPARE(boxes.prompts(), QStringList{kStage30});
         QCOMPARE(run.progress.last(), 0);
         QCOMPARE(Contents(gDbPath), now);
@@ -269,13 +316,6 @@ private slots:
     }
 };
 
-int main(int argc, char** argv) {
-    const int held = LockElsewhere::RunIfAsked(argc, argv);
-    if (held >= 0)
-        return held;
-    QCoreApplication app(argc, argv);
-    TestMaintenance t;
-    return QTest::qExec(&t, argc, argv);
-}
+QS_MAIN_WITH_LOCK_HOLDER(TestMaintenance)
 
 #include "test_maintenance.moc"

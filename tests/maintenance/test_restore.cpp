@@ -138,13 +138,6 @@ private slots:
     }
 };
 
-int main(int argc, char** argv) {
-    const int held = LockElsewhere::RunIfAsked(argc, argv);
-    if (held >= 0)
-        return held;
-    QCoreApplication app(argc, argv);
-    TestRestore t;
-    return QTest::qExec(&t, argc, argv);
-}
+QS_MAIN_WITH_LOCK_HOLDER(TestRestore)
 
 #include "test_restore.moc"
