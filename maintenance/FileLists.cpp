@@ -53,9 +53,15 @@ DirListBox::DirListBox(const QString& name, QWidget* parent) : QWidget(parent) {
     lay->addWidget(mFolders, 1);
     setFocusProxy(mPathBox);
     connect(mPathBox, &QLineEdit::editingFinished, this, [this] {
+        // The refusal's box takes the focus, which finishes the editing once more.
+        static bool applying = false;
         const QString typed = mPathBox->text().trimmed();
-        if (typed != mPath && !SetPath(typed))
-            mPathBox->setText(mPath);
+        if (applying || typed == QDir::toNativeSeparators(mPath))
+            return;
+        applying = true;
+        if (!SetPath(typed))
+            mPathBox->setText(QDir::toNativeSeparators(mPath));
+        applying = false;
     });
     connect(mFolders, &QListWidget::itemActivated, this, [this](QListWidgetItem* item) {
         SetPath(item->text() == kUp ? QFileInfo(mPath).absolutePath()

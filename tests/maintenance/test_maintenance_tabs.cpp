@@ -125,6 +125,18 @@ private slots:
         // Enter took the folder and started nothing.
         QCOMPARE(static_cast<FileListBox*>(File1)->FileNames(), QStringList{"earlier.bkp"});
 
+        // A folder that does not exist is refused and the lists stay where they were.
+        {
+            ScriptedBoxes refused;
+            refused.answer(vbOK);
+            Dir1->PathBox()->selectAll();
+            QTest::keyClicks(QApplication::focusWidget(), gAppPath + "/nowhere");
+            QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
+            QCOMPARE(refused.prompts(), QStringList{"Path not found: " + gAppPath + "/nowhere"});
+            QCOMPARE(Dir1->Path(), gAppPath + "/bk");
+            QCOMPARE(Dir1->PathBox()->text(), gAppPath + "/bk");
+        }
+
         txtFname->setText("weekly");
         ScriptedBoxes boxes;
         child<QPushButton>(&dlg, "cmdBackup")->click();
