@@ -101,6 +101,10 @@ QList<BenchResult> RunBenchmarks(const BenchRegistry& registry, const QString& d
             // Warm-up: both sides once, so that neither pays for a cold page cache.
             const double warm = timeMs(b.procedure);
             const auto runBare = [&] {
+                if (b.bare) {
+                    b.bare();
+                    return;
+                }
                 for (const QStringList& action : b.bareActions)
                     RunBareStatements(dbPath, action);
             };

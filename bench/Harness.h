@@ -19,6 +19,9 @@ struct Benchmark {
     QList<QStringList> bareActions;
     // Times a window (offscreen): the program then runs with a QApplication.
     bool windows = false;
+    // When set, the bare side is this instead: for a procedure whose plain counterpart is more
+    // than statements (file copies, say).
+    std::function<void()> bare = {};
 };
 
 struct BenchResult {
@@ -44,6 +47,11 @@ public:
     void addWindow(const QString& name, std::function<void()> procedure,
                    const QStringList& bareSql) {
         mBenchmarks.append({name, std::move(procedure), {bareSql}, true});
+    }
+    // A procedure beside a plain counterpart of its own.
+    void addPlain(const QString& name, std::function<void()> procedure,
+                  std::function<void()> bare) {
+        mBenchmarks.append({name, std::move(procedure), {}, false, std::move(bare)});
     }
     const QList<Benchmark>& benchmarks() const { return mBenchmarks; }
     // Whether a benchmark that `filter` selects needs windows.

@@ -8,9 +8,12 @@
 #include <QRandomGenerator>
 #include <QRegularExpression>
 #include <chrono>
+#include <QSaveFile>
 #include <cmath>
+#include <filesystem>
 #include <optional>
 #include <sqlite3.h>
+#include <vector>
 
 namespace {
 
@@ -95,6 +98,194 @@ QString describe(int rc, sqlite3* db) {
     default:
         return db ? QString::fromUtf8(sqlite3_errmsg(db)) : QString::fromUtf8(sqlite3_errstr(rc));
     }
+}
+
+// The files the online backup writes over go through this VFS, which hands the default VFS
+// everything as it is except the writes to a rollback journal: SQLite writes each journal record
+// as three small writes, and a copy over a whole file journals every page. Here they are gathered
+// in memory and handed on in large pieces, in order, before any read, sync, truncation, size
+// query or close of the journal, so the journal on disk at each sync is the one SQLite wrote.
+// A failed write of a piece is reported by the call that hands it on (at the latest the sync,
+// before a single page of the database is written).
+struct GatheringJournal {
+    sqlite3_file base;
+    sqlite3_file* real;
+    std::vector<char>* pending;
+    sqlite3_int64 pendingAt;
+};
+
+// The default VFS takes writes of less than 128 KiB only.
+constexpr size_t kJournalPiece = size_t(64) << 10;
+
+sqlite3_vfs* defaultVfs() {
+    static sqlite3_vfs* vfs = sqlite3_vfs_find(nullptr);
+    return vfs;
+}
+
+GatheringJournal* gathering(sqlite3_file* f) {
+    return reinterpret_cast<GatheringJournal*>(f);
+}
+
+int handOn(GatheringJournal* j) {
+    if (j->pending->empty())
+        return SQLITE_OK;
+    const int rc = j->real->pMethods->xWrite(j->real, j->pending->data(), int(j->pending->size()),
+                                             j->pendingAt);
+    j->pending->clear();
+    return rc;
+}
+
+int journalClose(sqlite3_file* f) {
+    GatheringJournal* j = gathering(f);
+    const int written = handOn(j);
+    const int rc = j->real->pMethods->xClose(j->real);
+    delete j->pending;
+    return written != SQLITE_OK ? written : rc;
+}
+int journalRead(sqlite3_file* f, void* out, int n, sqlite3_int64 at) {
+    GatheringJournal* j = gathering(f);
+    const int rc = handOn(j);
+    return rc != SQLITE_OK ? rc : j->real->pMethods->xRead(j->real, out, n, at);
+}
+int journalWrite(sqlite3_file* f, const void* data, int n, sqlite3_int64 at) {
+    GatheringJournal* j = gathering(f);
+    std::vector<char>& p = *j->pending;
+    if (!p.empty() &&
+        (at != j->pendingAt + sqlite3_int64(p.size()) || p.size() + size_t(n) > kJournalPiece)) {
+        if (const int rc = handOn(j); rc != SQLITE_OK)
+            return rc;
+    }
+    if (p.empty())
+        j->pendingAt = at;
+    const char* bytes = static_cast<const char*>(data);
+    p.insert(p.end(), bytes, bytes + n);
+    return SQLITE_OK;
+}
+int journalTruncate(sqlite3_file* f, sqlite3_int64 size) {
+    GatheringJournal* j = gathering(f);
+    const int rc = handOn(j);
+    return rc != SQLITE_OK ? rc : j->real->pMethods->xTruncate(j->real, size);
+}
+int journalSync(sqlite3_file* f, int flags) {
+    GatheringJournal* j = gathering(f);
+    const int rc = handOn(j);
+    return rc != SQLITE_OK ? rc : j->real->pMethods->xSync(j->real, flags);
+}
+int journalFileSize(sqlite3_file* f, sqlite3_int64* size) {
+    GatheringJournal* j = gathering(f);
+    const int rc = handOn(j);
+    return rc != SQLITE_OK ? rc : j->real->pMethods->xFileSize(j->real, size);
+}
+int journalLock(sqlite3_file* f, int level) {
+    sqlite3_file* r = gathering(f)->real;
+    return r->pMethods->xLock(r, level);
+}
+int journalUnlock(sqlite3_file* f, int level) {
+    sqlite3_file* r = gathering(f)->real;
+    return r->pMethods->xUnlock(r, level);
+}
+int journalCheckReservedLock(sqlite3_file* f, int* out) {
+    sqlite3_file* r = gathering(f)->real;
+    return r->pMethods->xCheckReservedLock(r, out);
+}
+int journalFileControl(sqlite3_file* f, int op, void* arg) {
+    GatheringJournal* j = gathering(f);
+    if (const int rc = handOn(j); rc != SQLITE_OK)
+        return rc;
+    return j->real->pMethods->xFileControl(j->real, op, arg);
+}
+int journalSectorSize(sqlite3_file* f) {
+    sqlite3_file* r = gathering(f)->real;
+    return r->pMethods->xSectorSize(r);
+}
+int journalDeviceCharacteristics(sqlite3_file* f) {
+    sqlite3_file* r = gathering(f)->real;
+    return r->pMethods->xDeviceCharacteristics(r);
+}
+
+const sqlite3_io_methods kJournalMethods = {
+    1,
+    journalClose,
+    journalRead,
+    journalWrite,
+    journalTruncate,
+    journalSync,
+    journalFileSize,
+    journalLock,
+    journalUnlock,
+    journalCheckReservedLock,
+    journalFileControl,
+    journalSectorSize,
+    journalDeviceCharacteristics,
+    nullptr,
+    nullptr,
+    nullptr,
+    nullptr,
+    nullptr,
+    nullptr,
+};
+
+int gatheringOpen(sqlite3_vfs*, sqlite3_filename name, sqlite3_file* f, int flags, int* outFlags) {
+    sqlite3_vfs* real = defaultVfs();
+    if (!(flags & SQLITE_OPEN_MAIN_JOURNAL))
+        return real->xOpen(real, name, f, flags, outFlags); // the real file in our slot
+    GatheringJournal* j = gathering(f);
+    j->base.pMethods = nullptr;
+    j->real = reinterpret_cast<sqlite3_file*>(j + 1);
+    const int rc = real->xOpen(real, name, j->real, flags, outFlags);
+    if (rc != SQLITE_OK)
+        return rc;
+    j->pending = new std::vector<char>;
+    j->pending->reserve(kJournalPiece);
+    j->pendingAt = 0;
+    j->base.pMethods = &kJournalMethods;
+    return SQLITE_OK;
+}
+
+// The VFS name the online backup opens its destination with.
+const char* gatheringVfs() {
+    static sqlite3_vfs vfs = [] {
+        sqlite3_vfs* real = defaultVfs();
+        sqlite3_vfs v = *real;
+        v.szOsFile = int(sizeof(GatheringJournal)) + real->szOsFile;
+        v.zName = "qs-gathering-journal";
+        v.pAppData = nullptr;
+        v.pNext = nullptr;
+        v.xOpen = gatheringOpen;
+        return v;
+    }();
+    static const bool registered = sqlite3_vfs_register(&vfs, 0) == SQLITE_OK;
+    return registered ? vfs.zName : nullptr;
+}
+
+// Writes the database open on `from` into the file at `path` through the online backup, under
+// the destination's lock (waiting out the busy timeout) and rollback journal. Returns the
+// engine's result code, with its description in `message` on failure.
+int backupInto(sqlite3* from, const QString& path, QString& message) {
+    sqlite3* to = nullptr;
+    int rc = sqlite3_open_v2(QFile::encodeName(path).constData(), &to,
+                             SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE, gatheringVfs());
+    if (rc == SQLITE_OK) {
+        sqlite3_extended_result_codes(to, 1);
+        sqlite3_busy_timeout(to, DBEngine::BusyTimeoutMs());
+        // A cache that holds most of a file keeps the journal from being synced at every spill.
+        rc = sqlite3_exec(to, "PRAGMA synchronous=FULL; PRAGMA cache_size=-65536", nullptr, nullptr,
+                          nullptr);
+    }
+    if (rc == SQLITE_OK) {
+        sqlite3_backup* backup = sqlite3_backup_init(to, "main", from, "main");
+        if (!backup) {
+            rc = sqlite3_extended_errcode(to);
+        } else {
+            rc = sqlite3_backup_step(backup, -1);
+            const int finished = sqlite3_backup_finish(backup);
+            rc = rc == SQLITE_DONE ? finished : rc;
+        }
+    }
+    if (rc != SQLITE_OK)
+        message = describe(rc, to);
+    sqlite3_close_v2(to);
+    return rc;
 }
 
 } // namespace
@@ -799,4 +990,68 @@ void DBEngine::CompactDatabase(const QString& src, const QString& dst) {
         throw DbError(3204, QStringLiteral("Database already exists."));
     Database db = openFile(src, false);
     db.Execute(QStringLiteral("VACUUM INTO ?"), {dst});
+}
+
+void DBEngine::WriteDatabaseOver(const QString& src, const QString& dst) {
+    Database from = openFile(src, true);
+    // The read transaction: its shared lock is taken by the first read and kept to the end.
+    from.Execute(QStringLiteral("BEGIN"));
+    from.OpenRecordset(QStringLiteral("SELECT count(*) FROM sqlite_master"));
+    const bool existed = QFileInfo::exists(dst);
+    QString message;
+    int rc = backupInto(from.mDb, dst, message);
+    if ((rc & 0xff) == SQLITE_NOTADB) {
+        // Whatever dst holds, nobody can be reading it as a database: a new file is written
+        // beside it and put in its place in one step.
+        const QString fresh = dst + QStringLiteral("-new");
+        QFile::remove(fresh);
+        rc = backupInto(from.mDb, fresh, message);
+        std::error_code failed;
+        if (rc == SQLITE_OK)
+            std::filesystem::rename(QFile::encodeName(fresh).toStdString(),
+                                    QFile::encodeName(dst).toStdString(), failed);
+        if (rc != SQLITE_OK || failed) {
+            QFile::remove(fresh);
+            if (rc == SQLITE_OK)
+                throw DbError(DbErr::Generic, QString::fromStdString(failed.message()));
+        }
+    } else if (rc != SQLITE_OK && !existed) {
+        QFile::remove(dst); // what a failed copy began
+    }
+    if (rc != SQLITE_OK)
+        throw DbError(mapError(rc), message);
+    from.Execute(QStringLiteral("COMMIT"));
+}
+
+void DBEngine::CopyDatabaseFile(const QString& src, const QString& dst) {
+    Database from = openFile(src, false);
+    from.Execute(QStringLiteral("BEGIN"));
+    from.OpenRecordset(QStringLiteral("SELECT count(*) FROM sqlite_master"));
+    // The bytes are read through the connection's own file handle: a second handle on the file
+    // would, once closed, drop the locks this process holds on it.
+    sqlite3_file* file = nullptr;
+    sqlite3_int64 size = 0;
+    if (sqlite3_file_control(from.mDb, "main", SQLITE_FCNTL_FILE_POINTER, &file) != SQLITE_OK ||
+        !file || !file->pMethods || file->pMethods->xFileSize(file, &size) != SQLITE_OK)
+        throw DbError(DbErr::Generic, QStringLiteral("Could not read '%1'.").arg(src));
+    QSaveFile out(dst);
+    out.setDirectWriteFallback(false);
+    if (!out.open(QIODevice::WriteOnly))
+        throw DbError(DbErr::CannotOpen,
+                      QStringLiteral("Could not write '%1'. %2").arg(dst, out.errorString()));
+    QByteArray buffer(1 << 20, Qt::Uninitialized);
+    for (sqlite3_int64 at = 0; at < size;) {
+        const int n = int(std::min<sqlite3_int64>(buffer.size(), size - at));
+        const int rc = file->pMethods->xRead(file, buffer.data(), n, at);
+        if (rc != SQLITE_OK)
+            throw DbError(mapError(rc), describe(rc, nullptr));
+        if (out.write(buffer.constData(), n) != n)
+            throw DbError(DbErr::Generic,
+                          QStringLiteral("Could not write '%1'. %2").arg(dst, out.errorString()));
+        at += n;
+    }
+    if (!out.commit())
+        throw DbError(DbErr::Generic,
+                      QStringLiteral("Could not write '%1'. %2").arg(dst, out.errorString()));
+    from.Execute(QStringLiteral("COMMIT"));
 }

@@ -202,6 +202,18 @@ public:
                                  const QString& connect);
     // Writes a compacted copy of src to dst (dst must not exist).
     static void CompactDatabase(const QString& src, const QString& dst);
+    // Writes the database src over the database dst (the live file), page by page through
+    // SQLite's online backup. src is read inside a read transaction; dst is written under its own
+    // lock and rollback journal, so nobody reads it half-written and a crash leaves it whole. A
+    // lock held elsewhere on either file fails it once the busy timeout has passed
+    // (DbErr::Locked), with dst as it was. A dst that does not exist is made; one that exists but
+    // is no database at all is replaced as a whole.
+    static void WriteDatabaseOver(const QString& src, const QString& dst);
+    // Copies the file of the database src byte for byte into the new file dst, reading it
+    // through the engine inside a read transaction, so that no commit lands mid-copy; a lock held
+    // elsewhere fails it once the busy timeout has passed (DbErr::Locked). dst is replaced only
+    // once it is whole; a folder that cannot take it fails the copy with dst as it was.
+    static void CopyDatabaseFile(const QString& src, const QString& dst);
 
     // Creates a new empty file (used only by the data-file tool and tests).
     static Database CreateDatabase(const QString& path);

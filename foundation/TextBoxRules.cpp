@@ -134,6 +134,9 @@ bool TextRulesFilter::eventFilter(QObject* watched, QEvent* event) {
             return !(code == 8 || (code >= '0' && code <= '9'));
         case Kind::Rule:
             return mRule && takeKey(watched, ke, code, mRule(boxText(watched), code));
+        case Kind::FileName:
+            return !(code == 8 || code == '-' || code == '_' || (code >= '0' && code <= '9') ||
+                     (code >= 'A' && code <= 'Z') || (code >= 'a' && code <= 'z'));
         }
     } else if (event->type() == QEvent::FocusOut) {
         if (mKind == Kind::Text) {
@@ -195,4 +198,8 @@ void AttachKeyRule(QWidget* box, KeyRule rule) {
     auto* filter = new TextRulesFilter(TextRulesFilter::Kind::Rule, {}, false, nullptr);
     filter->SetRule(std::move(rule));
     attach(box, filter);
+}
+
+void AttachFileNameRules(QWidget* box) {
+    attach(box, new TextRulesFilter(TextRulesFilter::Kind::FileName, {}, false, nullptr));
 }

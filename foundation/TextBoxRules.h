@@ -32,11 +32,14 @@ void AttachDigitRules(QWidget* box, const QString& mask = QString());
 // is 8) in, the code to accept or 0 to drop the key out.
 using KeyRule = std::function<int(const QString& text, int keyCode)>;
 void AttachKeyRule(QWidget* box, KeyRule rule);
+// File-name boxes: only the letters A to Z and a to z, the digits, "-", "_" and backspace can be
+// typed; every other character key is swallowed.
+void AttachFileNameRules(QWidget* box);
 
 class TextRulesFilter : public QObject {
     Q_OBJECT
 public:
-    enum class Kind { Text, Number, AlphaNumeric, NoApostrophe, Digits, Rule };
+    enum class Kind { Text, Number, AlphaNumeric, NoApostrophe, Digits, Rule, FileName };
     TextRulesFilter(Kind kind, const QString& mask, bool upper, QObject* parent,
                     BlankBox blank = BlankBox::ReadsZero);
     bool eventFilter(QObject* watched, QEvent* event) override;

@@ -3,8 +3,10 @@
 #include "foundation/MsgBox.h"
 #include "grids/GridEX.h"
 #include "maintenance/CompanyDetailsPanel.h"
-#include "maintenance/StatisticsPanel.h"
 #include "maintenance/ImportCsvPanel.h"
+#include "maintenance/MaintenancePanel.h"
+#include "maintenance/RestorePanel.h"
+#include "maintenance/StatisticsPanel.h"
 
 #include <QFrame>
 #include <QHBoxLayout>
@@ -49,6 +51,8 @@ frmDBUtils::frmDBUtils(QWidget* parent) : QDialog(parent) {
     auto* importPanel = new ImportCsvPanel(TabFrames[TabImport]);
     (new QVBoxLayout(TabFrames[TabImport]))->addWidget(importPanel);
     connect(importPanel, &ImportCsvPanel::Closed, this, [this] { TabStrip1->setCurrentIndex(0); });
+    new MaintenancePanel(TabFrames[TabMaintenance]);
+    new RestorePanel(TabFrames[TabRestore]);
 
     // The user tab.
     QFrame* users = TabFrames[TabUsers];

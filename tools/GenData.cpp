@@ -788,6 +788,7 @@ GenDataScale ScaleFor(int items) {
     s.basketRows = part(1000, 1);
     s.links = part(20000, 1);
     s.usedInRows = part(50000, 1);
+    s.allocationRows = part(5000, 1);
     return s;
 }
 

@@ -34,7 +34,8 @@ struct GenDataScale {
     int customerOrders = 0;
     int basketRows = 0;
     int links = 0;
-    int usedInRows = 0; // parts-list rows: components of the assemblies
+    int usedInRows = 0;     // parts-list rows: components of the assemblies
+    int allocationRows = 0; // tblAllocDetail: works-order allocations of earlier versions
 };
 GenDataScale ScaleFor(int items);
 
@@ -57,6 +58,7 @@ struct GenDataCounts {
     qint64 historyRows = 0;
     qint64 links = 0;
     qint64 usedInRows = 0;
+    qint64 allocationRows = 0;
 };
 
 // Makes the three data files in `folder` (refusing when any exists) and fills dbqst.dqx.

@@ -60,7 +60,8 @@ enum Stream : quint32 {
     SWalk,
     SBasket,
     SLinks,
-    SUsedIn
+    SUsedIn,
+    SAllocations
 };
 
 inline double round2(double v) {

@@ -334,6 +334,24 @@ void Generator::write(Database& db, GenDataCounts& counts) {
         ins.finish();
         counts.usedInRows = ins.total();
     }
+    {
+        // Allocations to works orders, left by earlier versions: nothing writes them now and the
+        // items' AllocQty stays 0 until a re-sync counts them. Some quantities carry fractions,
+        // some rows name items that no longer exist.
+        Rng r = rng(SAllocations);
+        BulkInsert ins(db, QStringLiteral("tblAllocDetail"),
+                       {QStringLiteral("AllocType"), QStringLiteral("AllocID"),
+                        QStringLiteral("StockID"), QStringLiteral("AllocQty")});
+        const int orders = std::max(1, mScale.allocationRows / 5);
+        for (int k = 0; k < mScale.allocationRows; ++k) {
+            const int item =
+                r.chance(2) ? mScale.items + r.range(1, 1000) : r.range(1, mScale.items);
+            const double qty = r.chance(25) ? r.range(1, 400) / 4.0 : double(r.range(1, 50));
+            ins.add({QStringLiteral("WO"), r.range(1, orders), item, qty});
+        }
+        ins.finish();
+        counts.allocationRows = ins.total();
+    }
 
     db.Execute(QStringLiteral("INSERT INTO tblHome (CoName, Add1, Add2, Add3, Add4, Add5, Add6, "
                               "Tel1, Fax1) VALUES (?,?,?,?,?,?,?,?,?)"),

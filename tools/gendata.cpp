@@ -63,7 +63,7 @@ int main(int argc, char** argv) {
         << "customer orders " << c.customerOrders << " with " << c.customerOrderRows
         << " rows, invoices " << c.invoices << " with " << c.invoiceRows << " rows\n"
         << "history rows " << c.historyRows << ", document links " << c.links
-        << ", parts-list rows " << c.usedInRows << "\n"
+        << ", parts-list rows " << c.usedInRows << ", allocations " << c.allocationRows << "\n"
         << QStringLiteral("written in %1 s\n").arg(timer.elapsed() / 1000.0, 0, 'f', 1);
     return 0;
 }

@@ -103,6 +103,7 @@ private slots:
             QCOMPARE(scalar(db, "SELECT count(*) FROM tblItemHistory"), qint64(s.historyRows));
             QCOMPARE(scalar(db, "SELECT count(*) FROM tblCustOrders"), qint64(s.customerOrders));
             QCOMPARE(scalar(db, "SELECT count(*) FROM tblCusAddresses"), qint64(s.customers));
+            QCOMPARE(scalar(db, "SELECT count(*) FROM tblAllocDetail"), qint64(s.allocationRows));
             // The real suppliers, "No Supplier" and the non-stock supplier.
             QCOMPARE(scalar(db, "SELECT count(*) FROM tblSupAddresses"), qint64(s.suppliers + 2));
             QCOMPARE(scalar(db, "SELECT count(*) FROM tblDespatch"), counts->invoices);
