@@ -506,8 +506,12 @@ void FormMain::ShowHomeDetails() {
     const HomeDetails home = LoadHomeDetails();
     txtCoName->setText(home.coName);
     for (int i = 0; i < txtCoAddress.size(); ++i) {
-        txtCoAddress[i]->setText(home.addressLines.value(i));
-        txtCoAddress[i]->setCursorPosition(0); // a long line shows its beginning
+        QLineEdit* line = txtCoAddress[i];
+        line->setText(home.addressLines.value(i));
+        line->setCursorPosition(0); // a long line shows its beginning
+        // Each line takes the room its text needs, so that neighbours do not cover it.
+        const int textWidth = line->fontMetrics().horizontalAdvance(line->text());
+        line->setMinimumWidth(line->text().isEmpty() ? 0 : textWidth + 12);
     }
 }
 
