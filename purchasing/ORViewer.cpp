@@ -144,6 +144,9 @@ ORViewer::ORViewer(QWidget* parent) : QDialog(parent) {
     });
     gdxPODetail->SetRowCommitHandler([this](int record, GridRowValues& values, bool&) {
         CommitDetailRow(DetailRows, DetailRowCount, record, values.Values());
+        const qint64 id = DetailRows(PODetailCol::RowID, record).toLongLong();
+        if (!mEditedRows.contains(id))
+            mEditedRows << id;
     });
     BuildDetailColumns();
     gdxPODetail->hide();
@@ -312,15 +315,15 @@ void ORViewer::BuildListColumns() {
     GridColumns& cols = gdxOList->Columns();
     cols.Clear();
     cols.Add(QStringLiteral("OrID"), QStringLiteral("OrderID"))
-        .SetWidth(900)
+        .SetWidth(1000)
         .SetSortType(GridSortType::Numeric);
-    cols.Add(QStringLiteral("OrRef"), QStringLiteral("Order Ref")).SetWidth(1800);
-    cols.Add(QStringLiteral("Sup"), QStringLiteral("Supplier")).SetWidth(2600);
+    cols.Add(QStringLiteral("OrRef"), QStringLiteral("Order Ref")).SetWidth(2000);
+    cols.Add(QStringLiteral("Sup"), QStringLiteral("Supplier")).SetWidth(3000);
     cols.Add(QStringLiteral("OrDate"), QStringLiteral("OrderDate"))
-        .SetWidth(1300)
+        .SetWidth(1500)
         .SetSortType(GridSortType::Date);
     cols.Add(QStringLiteral("eta"), QStringLiteral("ETA"))
-        .SetWidth(1300)
+        .SetWidth(1500)
         .SetSortType(GridSortType::Date);
     cols.Add(QStringLiteral("Loc"), QStringLiteral("To Loc.")).SetVisible(false);
     cols.Add(QStringLiteral("SupID"), QStringLiteral("SupID")).SetVisible(false);
@@ -358,11 +361,11 @@ void ORViewer::BuildDetailColumns() {
         .SetAlignment(kRight)
         .SetSortType(GridSortType::Numeric);
     cols.Add(QStringLiteral("AtPrice"), QStringLiteral("$Each"))
-        .SetWidth(1000)
+        .SetWidth(1200)
         .SetAlignment(kRight)
         .SetSortType(GridSortType::Numeric);
     cols.Add(QStringLiteral("RowPrice"), QStringLiteral("$Total"))
-        .SetWidth(1100)
+        .SetWidth(1500)
         .SetAlignment(kRight)
         .SetSortType(GridSortType::Numeric);
     cols.Add(QStringLiteral("StockID"), QStringLiteral("StockID")).SetVisible(false);
@@ -546,6 +549,7 @@ void ORViewer::btnViewPODetails_Click() {
 
 void ORViewer::LoadOrderDetail(qint32 poid) {
     OrderArray load = ::LoadOrderDetail(poid);
+    mEditedRows.clear();
     gdxPODetail->SetItemCount(0);
     BuildDetailColumns();
     DetailRows = std::move(load.rows);
@@ -580,7 +584,7 @@ void ORViewer::btnDeleteRow_Click() {
     const qint32 id = qint32(Val(txtOrderRowID->text()));
     if (gOrderViewMode == OrderViewMode::Rows) {
         if (DeleteOrderRow(id) == DeleteOutcome::Deleted)
-            LoadOrderDetail(CurrentPOID);
+            ReloadOrderDetailKeepingEdits();
     } else if (DeleteOrder(id) == DeleteOutcome::Deleted) {
         ReloadList();
     }
@@ -613,7 +617,18 @@ void ORViewer::gdxPOParts_DblClick(int row) {
         return;
     const qint32 item = qint32(PartRows(POPartCol::PartID, record).toLongLong());
     if (AddOrderRow(item, CurrentPOID, CurrentSupplierID))
-        LoadOrderDetail(CurrentPOID);
+        ReloadOrderDetailKeepingEdits();
+}
+
+void ORViewer::ReloadOrderDetailKeepingEdits() {
+    gdxPODetail->Update();
+    const UBArray before = DetailRows;
+    const int beforeCount = DetailRowCount;
+    const QList<qint64> edited = mEditedRows;
+    LoadOrderDetail(CurrentPOID);
+    CarryDetailEdits(before, beforeCount, edited, DetailRows, DetailRowCount);
+    mEditedRows = edited;
+    gdxPODetail->Refresh();
 }
 
 void ORViewer::btnAddToOrderHide_Click() {

@@ -124,4 +124,7 @@ private:
     void gdxPODetail_MouseUp(Qt::MouseButton button, int xTwips, int yTwips);
     void gdxPOParts_DblClick(int row);
     void ReloadList();
+    // The rows read again for the order on screen, with the edits not yet saved kept.
+    void ReloadOrderDetailKeepingEdits();
+    QList<qint64> mEditedRows; // RowIDs of the rows changed since the rows were read
 };

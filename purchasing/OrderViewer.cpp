@@ -11,6 +11,7 @@
 #include "purchasing/PurchaseOrder.h"
 #include "purchasing/PurchaseOrderDocument.h"
 
+#include <QHash>
 #include <QList>
 #include <QLocale>
 
@@ -44,6 +45,13 @@ double Stored(const Field& f) {
 void CopyRow(UBArray& rows, int record, int columns, const QVector<QVariant>& values) {
     for (int c = 1; c <= columns; ++c)
         rows(c, record) = values.value(c - 1);
+}
+
+// $Total of a row: the quantity and the price as they read on screen.
+void WorkOutRowTotal(UBArray& rows, int r) {
+    rows(PODetailCol::RowPrice, r) = Format(ParseLocaleNumber(rows(PODetailCol::POQty, r)) *
+                                                ParseLocaleNumber(rows(PODetailCol::AtPrice, r)),
+                                            kPriceMask);
 }
 
 QString YesNoPrompt(const QString& first, const QString& second) {
@@ -119,6 +127,15 @@ OrderArray LoadOrderList(quint8 mode, const QString& orderFilter, const QString&
     UBArray& a = load.rows;
     const QVariant loc = QStringLiteral("xxxx");
     const QVariant stock = QStringLiteral("-Stock-");
+    // Orders share their dates: each stored date is read and written for the screen once.
+    QHash<QByteArray, QString> dates;
+    auto shown = [&dates](const Field& f) -> QString {
+        const QByteArrayView stored = f.Utf8();
+        auto it = dates.constFind(QByteArray::fromRawData(stored.data(), stored.size()));
+        if (it != dates.constEnd())
+            return *it;
+        return *dates.insert(stored.toByteArray(), ShowDate(f.Value()));
+    };
     int r = 0;
     qint64 last = 0;
     for (; !rs.Eof(); rs.MoveNext()) {
@@ -131,8 +148,8 @@ OrderArray LoadOrderList(quint8 mode, const QString& orderFilter, const QString&
         a(OListCol::OrID, r) = idMask.Plain(double(poid));
         a(OListCol::OrRef, r) = rs.Fields(fPONumber).Text();
         a(OListCol::Sup, r) = rs.Fields(fCoName).Text();
-        a(OListCol::OrDate, r) = ShowDate(ParseDateText(rs.Fields(fPODate).Text()));
-        a(OListCol::Eta, r) = ShowDate(ParseDateText(rs.Fields(fSched).Text()));
+        a(OListCol::OrDate, r) = shown(rs.Fields(fPODate));
+        a(OListCol::Eta, r) = shown(rs.Fields(fSched));
         a(OListCol::Loc, r) = loc;
         a(OListCol::SupID, r) = rs.Fields(fAddID).Long();
         a(OListCol::Chk, r) = rs.Fields(fConfirmed).Double() != 0;
@@ -210,10 +227,25 @@ void CommitDetailRow(UBArray& rows, int rowCount, int record, const QVector<QVar
     if (rowCount < 1 || record < 1 || record > rows.Rows())
         return;
     CopyRow(rows, record, PODetailCol::Count, values);
-    rows(PODetailCol::RowPrice, record) =
-        Format(ParseLocaleNumber(rows(PODetailCol::POQty, record)) *
-                   ParseLocaleNumber(rows(PODetailCol::AtPrice, record)),
-               kPriceMask);
+    WorkOutRowTotal(rows, record);
+}
+
+void CarryDetailEdits(const UBArray& before, int beforeCount, const QList<qint64>& edited,
+                      UBArray& after, int afterCount) {
+    if (edited.isEmpty())
+        return;
+    QHash<qint64, int> rowOf;
+    for (int r = 1; r <= beforeCount; ++r)
+        rowOf.insert(before(PODetailCol::RowID, r).toLongLong(), r);
+    for (int r = 1; r <= afterCount; ++r) {
+        const qint64 id = after(PODetailCol::RowID, r).toLongLong();
+        const int old = rowOf.value(id);
+        if (old == 0 || !edited.contains(id))
+            continue;
+        for (int c : {PODetailCol::DelDate, PODetailCol::Chk, PODetailCol::POQty})
+            after(c, r) = before(c, old);
+        WorkOutRowTotal(after, r);
+    }
 }
 
 void SaveOrderRows(const SaveOrderInput& in) {

@@ -8,6 +8,7 @@
 
 #include "inventory/InventoryList.h" // UBArray
 
+#include <QList>
 #include <QString>
 #include <QVariant>
 #include <QVector>
@@ -103,6 +104,12 @@ OrderArray LoadOrderDetail(qint32 poid);
 // The commit of a gdxPODetail row: the values go into the array and $Total is worked out again
 // from the quantity and price shown. Nothing reaches the database.
 void CommitDetailRow(UBArray& rows, int rowCount, int record, const QVector<QVariant>& values);
+
+// Rows read again while the row view stays up (after an item was added or a row deleted) keep
+// what the user changed in them and has not saved yet: the date, the tick and the quantity of
+// each row of `edited` (by RowID) go from `before` into `after`, whose totals follow.
+void CarryDetailEdits(const UBArray& before, int beforeCount, const QList<qint64>& edited,
+                      UBArray& after, int afterCount);
 
 // What the row view holds when its rows are saved.
 struct SaveOrderInput {

@@ -331,6 +331,8 @@ private slots:
         ClickRow(*w.gdxOList, RowWith(*w.gdxOList, QStringLiteral("OrID"), QStringLiteral("0012")));
         QTest::mouseClick(w.btnViewPODetails, Qt::LeftButton);
         QCOMPARE(w.DetailRowCount, 1);
+        // A quantity typed and not saved yet.
+        Type(*w.gdxPODetail, 1, QStringLiteral("POQty"), QStringLiteral("7"));
 
         // The supplier's items, filtered by part number; a double-click adds one at quantity 0.
         QTest::mouseClick(w.btnAddToOrder, Qt::LeftButton);
@@ -351,7 +353,13 @@ private slots:
         QCOMPARE(SqlFirst(QStringLiteral("SELECT POQty || '|' || POPrice || '|' || POSupPNo FROM "
                                          "tblPODetail WHERE POID=12 AND POStockID=13")),
                  QStringLiteral("0.0|3.25|A-13"));
-        QCOMPARE(Column(*w.gdxPODetail, QStringLiteral("RowPrice")), QStringList({"2.00", "0.00"}));
+        // The rows are read again; the quantity typed stays on screen, still unsaved.
+        QCOMPARE(Column(*w.gdxPODetail, QStringLiteral("POQty")), QStringList({"7", "0"}));
+        QCOMPARE(Column(*w.gdxPODetail, QStringLiteral("RowPrice")),
+                 QStringList({"14.00", "0.00"}));
+        QCOMPARE(SqlFirst(QStringLiteral("SELECT POQty FROM tblPODetail WHERE POID=12 AND "
+                                         "POStockID=10")),
+                 QStringLiteral("1"));
         QTest::mouseClick(w.Command3, Qt::LeftButton);
         QCOMPARE(w.PartRowCount, 3);
         QTest::mouseClick(w.btnAddToOrderHide, Qt::LeftButton);
@@ -369,6 +377,7 @@ private slots:
         QTest::mouseClick(w.btnDeleteRow, Qt::LeftButton);
         QCOMPARE(boxes.shown().last().title, QStringLiteral("Delete Row?"));
         QCOMPARE(w.DetailRowCount, 1);
+        QCOMPARE(Column(*w.gdxPODetail, QStringLiteral("POQty")), QStringList({"7"}));
         QCOMPARE(SqlFirst(QStringLiteral("SELECT count(*) FROM tblPODetail WHERE POID=12")),
                  QStringLiteral("1"));
         // The last row: the order is said to be empty, and drops out of the list.
