@@ -6,6 +6,7 @@
 #include "foundation/TextBoxRules.h"
 #include "grids/ColumnState.h"
 #include "grids/GridEX.h"
+#include "purchasing/FormControls.h"
 #include "purchasing/OrderViewer.h"
 #include "purchasing/PrintFrame.h"
 #include "purchasing/PurchaseOrderDocument.h"
@@ -25,20 +26,6 @@
 #include <QVBoxLayout>
 
 namespace {
-
-// Enter in a box or a grid cell presses no button of this window.
-QPushButton* Button(const QString& name, const QString& caption, QWidget* parent) {
-    auto* b = new QPushButton(caption, parent);
-    b->setObjectName(name);
-    b->setAutoDefault(false);
-    return b;
-}
-
-QLineEdit* Box(const QString& name, QWidget* parent) {
-    auto* e = new QLineEdit(parent);
-    e->setObjectName(name);
-    return e;
-}
 
 QRadioButton* Option(const QString& name, const QString& caption, QWidget* parent) {
     auto* o = new QRadioButton(caption, parent);
@@ -66,13 +53,13 @@ ORViewer::ORViewer(QWidget* parent) : QDialog(parent) {
     // --- the filters and the modes
     Frame1 = new QFrame(this);
     Frame1->setObjectName(QStringLiteral("Frame1"));
-    txtFilterPO = Box(QStringLiteral("txtFilterPO"), Frame1);
+    txtFilterPO = NamedBox(QStringLiteral("txtFilterPO"), Frame1);
     txtFilterPO->setMaximumWidth(120);
     AttachTextRules(txtFilterPO, true);
-    txtFilterSu = Box(QStringLiteral("txtFilterSu"), Frame1);
+    txtFilterSu = NamedBox(QStringLiteral("txtFilterSu"), Frame1);
     AttachTextRules(txtFilterSu);
-    Command8 = Button(QStringLiteral("Command8"), QStringLiteral("Search"), Frame1);
-    Command2 = Button(QStringLiteral("Command2"), QStringLiteral("Clear"), Frame1);
+    Command8 = NamedButton(QStringLiteral("Command8"), QStringLiteral("Search"), Frame1);
+    Command2 = NamedButton(QStringLiteral("Command2"), QStringLiteral("Clear"), Frame1);
     Option1 = Option(QStringLiteral("Option1"), QStringLiteral("All orders"), Frame1);
     Option2 = Option(QStringLiteral("Option2"), QStringLiteral("Orders Completed"), Frame1);
     Option3 = Option(QStringLiteral("Option3"), QStringLiteral("Orders Not Completed"), Frame1);
@@ -102,9 +89,9 @@ ORViewer::ORViewer(QWidget* parent) : QDialog(parent) {
     filters->setColumnStretch(4, 2);
 
     // --- the order on screen
-    txtPOID = Box(QStringLiteral("txtPOID"), this);
-    txtPORef = Box(QStringLiteral("txtPORef"), this);
-    txtSupplier = Box(QStringLiteral("txtSupplier"), this);
+    txtPOID = NamedBox(QStringLiteral("txtPOID"), this);
+    txtPORef = NamedBox(QStringLiteral("txtPORef"), this);
+    txtSupplier = NamedBox(QStringLiteral("txtSupplier"), this);
     for (QLineEdit* b : {txtPOID, txtPORef, txtSupplier})
         b->setReadOnly(true);
     txtPOID->setMaximumWidth(90);
@@ -154,12 +141,12 @@ ORViewer::ORViewer(QWidget* parent) : QDialog(parent) {
     // --- the supplier's parts
     frmPOParts = new QGroupBox(QStringLiteral("Items from this supplier"), this);
     frmPOParts->setObjectName(QStringLiteral("frmPOParts"));
-    txtPOItemFilter = Box(QStringLiteral("txtPOItemFilter"), frmPOParts);
+    txtPOItemFilter = NamedBox(QStringLiteral("txtPOItemFilter"), frmPOParts);
     txtPOItemFilter->setPlaceholderText(QStringLiteral("Part number begins with"));
     AttachTextRules(txtPOItemFilter, true);
-    Command3 = Button(QStringLiteral("Command3"), QStringLiteral("Clear"), frmPOParts);
+    Command3 = NamedButton(QStringLiteral("Command3"), QStringLiteral("Clear"), frmPOParts);
     btnAddToOrderHide =
-        Button(QStringLiteral("btnAddToOrderHide"), QStringLiteral("Hide"), frmPOParts);
+        NamedButton(QStringLiteral("btnAddToOrderHide"), QStringLiteral("Hide"), frmPOParts);
     gdxPOParts = new GridEX(QStringLiteral("gdxPOParts"), frmPOParts);
     gdxPOParts->SetGroupByBoxVisible(false);
     gdxPOParts->SetAllowEdit(false);
@@ -187,7 +174,7 @@ ORViewer::ORViewer(QWidget* parent) : QDialog(parent) {
     txtGrns = new QPlainTextEdit(frmGrns);
     txtGrns->setObjectName(QStringLiteral("txtGrns"));
     txtGrns->setReadOnly(true);
-    Command4 = Button(QStringLiteral("Command4"), QStringLiteral("Close"), frmGrns);
+    Command4 = NamedButton(QStringLiteral("Command4"), QStringLiteral("Close"), frmGrns);
     auto* grnLay = new QVBoxLayout(frmGrns);
     grnLay->addWidget(txtGrns, 1);
     grnLay->addWidget(Command4, 0, Qt::AlignRight);
@@ -198,15 +185,17 @@ ORViewer::ORViewer(QWidget* parent) : QDialog(parent) {
     frmRowMenu->setObjectName(QStringLiteral("frmRowMenu"));
     frmRowMenu->setFrameShape(QFrame::Box);
     frmRowMenu->setAutoFillBackground(true);
-    btnViewPODetails = Button(QStringLiteral("btnViewPODetails"),
-                              QStringLiteral("View Order Details"), frmRowMenu);
-    btnDeleteRow = Button(QStringLiteral("btnDeleteRow"), QStringLiteral("Delete"), frmRowMenu);
-    btnChase = Button(QStringLiteral("btnChase"), QStringLiteral("Chase"), frmRowMenu);
-    btnSendMail = Button(QStringLiteral("btnSendMail"), QStringLiteral("Send Mail"), frmRowMenu);
+    btnViewPODetails = NamedButton(QStringLiteral("btnViewPODetails"),
+                                   QStringLiteral("View Order Details"), frmRowMenu);
+    btnDeleteRow =
+        NamedButton(QStringLiteral("btnDeleteRow"), QStringLiteral("Delete"), frmRowMenu);
+    btnChase = NamedButton(QStringLiteral("btnChase"), QStringLiteral("Chase"), frmRowMenu);
+    btnSendMail =
+        NamedButton(QStringLiteral("btnSendMail"), QStringLiteral("Send Mail"), frmRowMenu);
     btnCloseRowMenu =
-        Button(QStringLiteral("btnCloseRowMenu"), QStringLiteral("Close"), frmRowMenu);
-    txtOrderRowID = Box(QStringLiteral("txtOrderRowID"), frmRowMenu);
-    txtSuppID = Box(QStringLiteral("txtSuppID"), frmRowMenu);
+        NamedButton(QStringLiteral("btnCloseRowMenu"), QStringLiteral("Close"), frmRowMenu);
+    txtOrderRowID = NamedBox(QStringLiteral("txtOrderRowID"), frmRowMenu);
+    txtSuppID = NamedBox(QStringLiteral("txtSuppID"), frmRowMenu);
     txtOrderRowID->hide();
     txtSuppID->hide();
     auto* menuLay = new QVBoxLayout(frmRowMenu);
@@ -227,12 +216,13 @@ ORViewer::ORViewer(QWidget* parent) : QDialog(parent) {
     frmRePrintOrder->hide();
 
     // --- the foot
-    btnAddToOrder =
-        Button(QStringLiteral("btnAddToOrder"), QStringLiteral("Add Items to this order"), this);
-    cmdReprint = Button(QStringLiteral("cmdReprint"), QStringLiteral("Save / Print"), this);
+    btnAddToOrder = NamedButton(QStringLiteral("btnAddToOrder"),
+                                QStringLiteral("Add Items to this order"), this);
+    cmdReprint = NamedButton(QStringLiteral("cmdReprint"), QStringLiteral("Save / Print"), this);
     cmdReprint->setToolTip(QStringLiteral("Save the changed rows, then print the order"));
-    Command6_0 = Button(QStringLiteral("Command6_0"), QStringLiteral("Back to the list"), this);
-    Command5 = Button(QStringLiteral("Command5"), QStringLiteral("Close"), this);
+    Command6_0 =
+        NamedButton(QStringLiteral("Command6_0"), QStringLiteral("Back to the list"), this);
+    Command5 = NamedButton(QStringLiteral("Command5"), QStringLiteral("Close"), this);
     lblRowsTip = new QLabel(QStringLiteral("Right-click a row to delete it"), this);
     lblRowsTip->setObjectName(QStringLiteral("lblRowsTip"));
     lblRowsTip->setEnabled(false);

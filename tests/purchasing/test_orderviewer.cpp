@@ -6,34 +6,11 @@
 #include "foundation/Helpers.h"
 #include "purchasing/ItemPOrders.h"
 #include "purchasing/OrderViewer.h"
-#include "tests/purchasing/PurchasingFixture.h"
+#include "tests/purchasing/OrderViewerFixture.h"
 
 #include <QTest>
 
 namespace {
-
-// An order header; a supplier of 0 leaves POSupID pointing at no address.
-void Order(int poid, int supplier, const QString& date = QStringLiteral("2026-10-01"),
-           const QString& ref = QString()) {
-    ExecSql(QStringLiteral("INSERT INTO tblPOrders (POID, PONumber, PODate, POSupID, POComplete, "
-                           "POConfirmed) VALUES (%1, '%2', '%3', %4, 0, 0)")
-                .arg(poid)
-                .arg(ref.isEmpty() ? QStringLiteral("REF-%1").arg(poid) : ref, date)
-                .arg(supplier));
-}
-
-// A row of an order; returns its RowID.
-int Row(int poid, int item, const QString& qty, const QString& received,
-        const QString& date = QStringLiteral("2040-01-01"),
-        const QString& price = QStringLiteral("1")) {
-    ExecSql(QStringLiteral("INSERT INTO tblPODetail (POID, POStockID, POSupPNo, POQty, POPrice, "
-                           "POSchedDate, PORecieved, RowConfirmed, RowComments, GRN_PONo) VALUES "
-                           "(%1, %2, 'S-%2', %3, %4, '%5', %6, 0, '', '')")
-                .arg(poid)
-                .arg(item)
-                .arg(qty, price, date, received));
-    return SqlFirst(QStringLiteral("SELECT max(RowID) FROM tblPODetail")).toInt();
-}
 
 QStringList ListColumn(const OrderArray& list, int column) {
     QStringList out;
@@ -52,11 +29,6 @@ QString OnOrderMismatches() {
         "SELECT count(*) FROM tblStockItems s WHERE s.OnOrderQty <> (SELECT coalesce(sum(POQty - "
         "PORecieved), 0) FROM tblPODetail d WHERE d.POStockID = s.ItemID AND POQty <> "
         "PORecieved)"));
-}
-
-QString OnOrder(int item) {
-    return SqlFirst(
-        QStringLiteral("SELECT OnOrderQty FROM tblStockItems WHERE ItemID=%1").arg(item));
 }
 
 QString RowValues(int rowId) {
@@ -95,20 +67,23 @@ private slots:
         ScriptedBoxes boxes;
         ItemsAndSuppliers();
         // Order 1: a complete row met first, then an open one.
-        Order(1, 1, QStringLiteral("2026-09-30"));
-        Row(1, 10, QStringLiteral("5"), QStringLiteral("5"), QStringLiteral("2026-12-24"));
-        Row(1, 11, QStringLiteral("3"), QStringLiteral("0"), QStringLiteral("2026-11-02"));
-        Order(10, 2);
-        Row(10, 12, QStringLiteral("2"), QStringLiteral("1"), QStringLiteral("1999-03-03"));
-        Order(12, 1);
-        Row(12, 10, QStringLiteral("4"), QStringLiteral("4"));
-        Order(19, 2);
-        Row(19, 13, QStringLiteral("1"), QStringLiteral("0"));
-        Order(25, 2);
-        Row(25, 13, QStringLiteral("1"), QStringLiteral("0"));
-        Order(2, 1); // no rows: never listed
-        Order(3, 7); // its supplier's record is gone: never listed
-        Row(3, 10, QStringLiteral("9"), QStringLiteral("0"));
+        fixture::OrderHeader(1, 1, QStringLiteral("2026-09-30"));
+        fixture::OrderRow(1, 10, QStringLiteral("5"), QStringLiteral("5"),
+                          QStringLiteral("2026-12-24"));
+        fixture::OrderRow(1, 11, QStringLiteral("3"), QStringLiteral("0"),
+                          QStringLiteral("2026-11-02"));
+        fixture::OrderHeader(10, 2);
+        fixture::OrderRow(10, 12, QStringLiteral("2"), QStringLiteral("1"),
+                          QStringLiteral("1999-03-03"));
+        fixture::OrderHeader(12, 1);
+        fixture::OrderRow(12, 10, QStringLiteral("4"), QStringLiteral("4"));
+        fixture::OrderHeader(19, 2);
+        fixture::OrderRow(19, 13, QStringLiteral("1"), QStringLiteral("0"));
+        fixture::OrderHeader(25, 2);
+        fixture::OrderRow(25, 13, QStringLiteral("1"), QStringLiteral("0"));
+        fixture::OrderHeader(2, 1); // no rows: never listed
+        fixture::OrderHeader(3, 7); // its supplier's record is gone: never listed
+        fixture::OrderRow(3, 10, QStringLiteral("9"), QStringLiteral("0"));
 
         // Grouped by supplier name, then by number; one line per order.
         QCOMPARE(Ids(OrderViewMode::All), QStringList({"0001", "0012", "0010", "0019", "0025"}));
@@ -178,15 +153,15 @@ private slots:
         ItemsAndSuppliers();
         ExecSql(QStringLiteral("UPDATE tblStockItems SET ItemName='Ten', ItemDescription='Tenth' "
                                "WHERE ItemID=10"));
-        Order(5, 1);
-        const int a = Row(5, 11, QStringLiteral("2.5"), QStringLiteral("1"),
-                          QStringLiteral("2026-12-01"), QStringLiteral("0.125"));
-        const int b = Row(5, 10, QStringLiteral("12"), QStringLiteral("0"),
-                          QStringLiteral("2026-12-01"), QStringLiteral("2"));
-        const int c = Row(5, 12, QStringLiteral("1"), QStringLiteral("0"),
-                          QStringLiteral("2026-11-30"), QStringLiteral("3.1"));
+        fixture::OrderHeader(5, 1);
+        const int a = fixture::OrderRow(5, 11, QStringLiteral("2.5"), QStringLiteral("1"),
+                                        QStringLiteral("2026-12-01"), QStringLiteral("0.125"));
+        const int b = fixture::OrderRow(5, 10, QStringLiteral("12"), QStringLiteral("0"),
+                                        QStringLiteral("2026-12-01"), QStringLiteral("2"));
+        const int c = fixture::OrderRow(5, 12, QStringLiteral("1"), QStringLiteral("0"),
+                                        QStringLiteral("2026-11-30"), QStringLiteral("3.1"));
         ExecSql(QStringLiteral("UPDATE tblPODetail SET RowConfirmed=-1 WHERE RowID=%1").arg(b));
-        Order(6, 1); // no rows
+        fixture::OrderHeader(6, 1); // no rows
 
         // By schedule date, then by item.
         OrderArray d = LoadOrderDetail(5);
@@ -228,13 +203,14 @@ private slots:
         TestData data;
         ScriptedBoxes boxes;
         ItemsAndSuppliers();
-        Order(5, 1);
-        const int lowered = Row(5, 10, QStringLiteral("10"), QStringLiteral("6"));
-        const int closed = Row(5, 11, QStringLiteral("10"), QStringLiteral("6"));
-        const int kept = Row(5, 12, QStringLiteral("2"), QStringLiteral("0"),
-                             QStringLiteral("1999-05-05"), QStringLiteral("1.123456789"));
-        Order(7, 2); // another order of item 10, open by 3
-        Row(7, 10, QStringLiteral("3"), QStringLiteral("0"));
+        fixture::OrderHeader(5, 1);
+        const int lowered = fixture::OrderRow(5, 10, QStringLiteral("10"), QStringLiteral("6"));
+        const int closed = fixture::OrderRow(5, 11, QStringLiteral("10"), QStringLiteral("6"));
+        const int kept =
+            fixture::OrderRow(5, 12, QStringLiteral("2"), QStringLiteral("0"),
+                              QStringLiteral("1999-05-05"), QStringLiteral("1.123456789"));
+        fixture::OrderHeader(7, 2); // another order of item 10, open by 3
+        fixture::OrderRow(7, 10, QStringLiteral("3"), QStringLiteral("0"));
         ExecSql(QStringLiteral("UPDATE tblPOrders SET POComplete=5"));
         ExecSql(QStringLiteral("UPDATE tblStockItems SET OnOrderQty = 99")); // stale
 
@@ -251,19 +227,19 @@ private slots:
 
         // Below received stays outstanding, by a negative figure that lowers the item's total.
         QCOMPARE(RowValues(lowered), QStringLiteral("4.0|1.0|2040-01-01|0"));
-        QCOMPARE(OnOrder(10), QStringLiteral("1")); // 3 open elsewhere, -2 here
+        QCOMPARE(fixture::OnOrder(10), QStringLiteral("1")); // 3 open elsewhere, -2 here
         // Set to received: the row is complete and counts no more.
         QCOMPARE(RowValues(closed), QStringLiteral("6.0|1.0|2040-01-01|-1"));
-        QCOMPARE(OnOrder(11), QStringLiteral("0"));
+        QCOMPARE(fixture::OnOrder(11), QStringLiteral("0"));
         // The unchanged row is rewritten all the same: the price to five places, the 1999 date
         // (shown blank) as no date.
         QCOMPARE(RowValues(kept), QStringLiteral("2.0|1.12346|2040-01-01|0"));
-        QCOMPARE(OnOrder(12), QStringLiteral("2"));
+        QCOMPARE(fixture::OnOrder(12), QStringLiteral("2"));
         // Only the saved order's header is written, and with 0; items of no row stay as they were.
         QCOMPARE(SqlFirst(QStringLiteral("SELECT group_concat(POComplete) FROM (SELECT POComplete "
                                          "FROM tblPOrders ORDER BY POID)")),
                  QStringLiteral("0,5"));
-        QCOMPARE(OnOrder(13), QStringLiteral("99"));
+        QCOMPARE(fixture::OnOrder(13), QStringLiteral("99"));
 
         // Quantities round to their mask. With no date left, item 12's row now comes last.
         d = LoadOrderDetail(5);
@@ -278,9 +254,9 @@ private slots:
         ScriptedBoxes boxes;
         LocaleScope german(QLocale(QLocale::German, QLocale::Germany));
         ItemsAndSuppliers();
-        Order(5, 1);
-        const int r = Row(5, 10, QStringLiteral("2.5"), QStringLiteral("0"),
-                          QStringLiteral("2026-12-24"), QStringLiteral("1.25"));
+        fixture::OrderHeader(5, 1);
+        const int r = fixture::OrderRow(5, 10, QStringLiteral("2.5"), QStringLiteral("0"),
+                                        QStringLiteral("2026-12-24"), QStringLiteral("1.25"));
         OrderArray d = LoadOrderDetail(5);
         QCOMPARE(d.rows(PODetailCol::POQty, 1).toString(), QStringLiteral("2,5"));
         QCOMPARE(d.rows(PODetailCol::AtPrice, 1).toString(), QStringLiteral("1,25"));
@@ -300,17 +276,17 @@ private slots:
         QCOMPARE(d.rows(PODetailCol::RowPrice, 1).toString(), QStringLiteral("4,6875"));
         SaveOrderRows(Input(d, 5));
         QCOMPARE(RowValues(r), QStringLiteral("3.75|1.25|2027-01-31|0"));
-        QCOMPARE(OnOrder(10), QStringLiteral("3.75"));
+        QCOMPARE(fixture::OnOrder(10), QStringLiteral("3.75"));
     }
 
     void saveFailingPartWay() {
         TestData data;
         ScriptedBoxes boxes;
         ItemsAndSuppliers();
-        Order(5, 1);
+        fixture::OrderHeader(5, 1);
         QList<int> rows;
         for (int i = 0; i < 5; ++i)
-            rows << Row(5, 10 + i, QStringLiteral("1"), QStringLiteral("0"));
+            rows << fixture::OrderRow(5, 10 + i, QStringLiteral("1"), QStringLiteral("0"));
         ExecSql(QStringLiteral("UPDATE tblPOrders SET POComplete=5"));
         ExecSql(QStringLiteral("UPDATE tblStockItems SET OnOrderQty = 99"));
         ExecSql(QStringLiteral("CREATE TRIGGER failThird BEFORE UPDATE ON tblPODetail WHEN "
@@ -351,8 +327,8 @@ private slots:
                       QStringLiteral("5"));
         fixture::Link(11, 1, QStringLiteral("2"), QStringLiteral("A-11"));
         fixture::Link(12, 2, QStringLiteral("3"), QStringLiteral("B-12"));
-        Order(5, 1);
-        Row(5, 11, QStringLiteral("4"), QStringLiteral("0"));
+        fixture::OrderHeader(5, 1);
+        fixture::OrderRow(5, 11, QStringLiteral("4"), QStringLiteral("0"));
         ExecSql(QStringLiteral("UPDATE tblStockItems SET OnOrderQty = 42"));
 
         // The supplier's parts, as the basket lists them but without the minimum quantity.
@@ -383,7 +359,7 @@ private slots:
                      "typeof(POPrice) || ':' || POPrice || '|' || POSchedDate || '|' || "
                      "PORecieved || '|' || RowConfirmed FROM tblPODetail WHERE POStockID=10")),
                  QStringLiteral("5|10|A-10|0.0|real:1.23457|2040-01-01|0.0|0"));
-        QCOMPARE(OnOrder(10), QStringLiteral("42"));
+        QCOMPARE(fixture::OnOrder(10), QStringLiteral("42"));
         // It lists with the order's rows as a zero line.
         const OrderArray d = LoadOrderDetail(5);
         QCOMPARE(ListColumn(d, PODetailCol::POQty), QStringList({"0", "4"}));
@@ -394,14 +370,14 @@ private slots:
         TestData data;
         ScriptedBoxes boxes;
         ItemsAndSuppliers();
-        Order(5, 1);
-        const int received = Row(5, 10, QStringLiteral("5"), QStringLiteral("5"));
-        const int open = Row(5, 11, QStringLiteral("4"), QStringLiteral("1"));
-        Order(6, 2);
-        Row(6, 10, QStringLiteral("3"), QStringLiteral("0"));
-        Row(6, 12, QStringLiteral("2"), QStringLiteral("0"));
-        Order(7, 2);
-        Row(7, 12, QStringLiteral("6"), QStringLiteral("0"));
+        fixture::OrderHeader(5, 1);
+        const int received = fixture::OrderRow(5, 10, QStringLiteral("5"), QStringLiteral("5"));
+        const int open = fixture::OrderRow(5, 11, QStringLiteral("4"), QStringLiteral("1"));
+        fixture::OrderHeader(6, 2);
+        fixture::OrderRow(6, 10, QStringLiteral("3"), QStringLiteral("0"));
+        fixture::OrderRow(6, 12, QStringLiteral("2"), QStringLiteral("0"));
+        fixture::OrderHeader(7, 2);
+        fixture::OrderRow(7, 12, QStringLiteral("6"), QStringLiteral("0"));
         ExecSql(QStringLiteral("UPDATE tblStockItems SET Qty = 5, OnOrderQty = 0"));
         ExecSql(QStringLiteral("INSERT INTO tblItemHistory (StockID, HistDate, HistType, HistID2, "
                                "HistQty) VALUES (10, '2026-11-01', 'RX', %1, 5)")
@@ -427,7 +403,7 @@ private slots:
 
         boxes.answer(vbYes);
         QCOMPARE(DeleteOrderRow(open), DeleteOutcome::Deleted);
-        QCOMPARE(OnOrder(11), QStringLiteral("0"));
+        QCOMPARE(fixture::OnOrder(11), QStringLiteral("0"));
         // A received row goes all the same: stock and history stay as booked.
         boxes.answer(vbYes);
         QCOMPARE(DeleteOrderRow(received), DeleteOutcome::Deleted);
@@ -458,8 +434,8 @@ private slots:
                  QStringLiteral("0"));
         QCOMPARE(SqlFirst(QStringLiteral("SELECT group_concat(POID) FROM tblPOrders")),
                  QStringLiteral("5,7"));
-        QCOMPARE(OnOrder(10), QStringLiteral("0"));
-        QCOMPARE(OnOrder(12), QStringLiteral("6"));
+        QCOMPARE(fixture::OnOrder(10), QStringLiteral("0"));
+        QCOMPARE(fixture::OnOrder(12), QStringLiteral("6"));
         QCOMPARE(OnOrderMismatches(), QStringLiteral("0"));
         QVERIFY(boxes.allAnswersUsed());
     }
@@ -468,13 +444,14 @@ private slots:
         TestData data;
         ScriptedBoxes boxes;
         ItemsAndSuppliers();
-        Order(5, 1);
+        fixture::OrderHeader(5, 1);
         QList<int> rows;
         for (int i = 0; i < 4; ++i)
-            rows << Row(5, 10 + i, QStringLiteral("%1").arg(i + 2), QStringLiteral("1"));
-        Order(6, 1);
-        Row(6, 10, QStringLiteral("7"), QStringLiteral("0"));
-        Row(6, 11, QStringLiteral("3"), QStringLiteral("0"));
+            rows << fixture::OrderRow(5, 10 + i, QStringLiteral("%1").arg(i + 2),
+                                      QStringLiteral("1"));
+        fixture::OrderHeader(6, 1);
+        fixture::OrderRow(6, 10, QStringLiteral("7"), QStringLiteral("0"));
+        fixture::OrderRow(6, 11, QStringLiteral("3"), QStringLiteral("0"));
         ExecSql(QStringLiteral("UPDATE tblStockItems SET OnOrderQty = 0"));
 
         // Workstation A saves new quantities; between its second and third row B deletes the
@@ -524,18 +501,19 @@ private slots:
     void itemPurchaseOrders() {
         TestData data;
         ItemsAndSuppliers();
-        Order(5, 1, QStringLiteral("2026-10-01"));
-        Order(9, 2, QStringLiteral("2026-11-15"));
-        Order(3, 7, QStringLiteral("2026-11-15")); // its supplier is gone
-        Row(5, 10, QStringLiteral("2"), QStringLiteral("2"), QStringLiteral("2026-10-20"),
-            QStringLiteral("1.5"));
-        const int confirmed = Row(9, 10, QStringLiteral("12.5"), QStringLiteral("0"),
-                                  QStringLiteral("2040-01-01"), QStringLiteral("0.12345"));
+        fixture::OrderHeader(5, 1, QStringLiteral("2026-10-01"));
+        fixture::OrderHeader(9, 2, QStringLiteral("2026-11-15"));
+        fixture::OrderHeader(3, 7, QStringLiteral("2026-11-15")); // its supplier is gone
+        fixture::OrderRow(5, 10, QStringLiteral("2"), QStringLiteral("2"),
+                          QStringLiteral("2026-10-20"), QStringLiteral("1.5"));
+        const int confirmed =
+            fixture::OrderRow(9, 10, QStringLiteral("12.5"), QStringLiteral("0"),
+                              QStringLiteral("2040-01-01"), QStringLiteral("0.12345"));
         ExecSql(QStringLiteral("UPDATE tblPODetail SET RowConfirmed=-1, RowComments='late' WHERE "
                                "RowID=%1")
                     .arg(confirmed));
-        Row(3, 10, QStringLiteral("1"), QStringLiteral("0"));
-        Row(9, 11, QStringLiteral("1"), QStringLiteral("0"));
+        fixture::OrderRow(3, 10, QStringLiteral("1"), QStringLiteral("0"));
+        fixture::OrderRow(9, 11, QStringLiteral("1"), QStringLiteral("0"));
         ExecSql(
             QStringLiteral("INSERT INTO tblPODetail (POID, POStockID, POQty, PORecieved) VALUES "
                            "(77, 10, 1, 0)")); // its header is gone

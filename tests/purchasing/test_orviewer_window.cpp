@@ -10,7 +10,8 @@
 #include "purchasing/PrintFrame.h"
 #include "purchasing/PurchaseOrderDocument.h"
 #include "purchasing/frmItemPOrders.h"
-#include "tests/purchasing/PurchasingFixture.h"
+#include "tests/purchasing/OrderViewerFixture.h"
+#include "tests/purchasing/WindowTestParts.h"
 
 #include <QApplication>
 #include <QCheckBox>
@@ -29,17 +30,9 @@
 
 namespace {
 
-void Settle() {
-    for (int i = 0; i < 3; ++i)
-        QCoreApplication::processEvents();
-}
-
-QStringList Column(const GridEX& grid, const QString& key) {
-    QStringList out;
-    for (int r = 1; r <= grid.RowCount(); ++r)
-        out << grid.CellValue(r, grid.Columns()(key).Index()).toString();
-    return out;
-}
+using windowtest::Column;
+using windowtest::Settle;
+using windowtest::Shot;
 
 // The grid row showing the text in a column; 0 when none does.
 int RowWith(const GridEX& grid, const QString& key, const QString& text) {
@@ -68,33 +61,6 @@ void Type(GridEX& grid, int row, const QString& key, const QString& text) {
     Settle();
 }
 
-void Shot(QWidget* w, const QString& name) {
-    const QString dir = qEnvironmentVariable("QS_SCREENSHOT_DIR");
-    if (dir.isEmpty())
-        return;
-    QDir().mkpath(dir);
-    QCoreApplication::processEvents();
-    w->grab().save(dir + QLatin1Char('/') + name + QStringLiteral(".png"));
-}
-
-void Order(int poid, int supplier, const QString& date) {
-    ExecSql(QStringLiteral("INSERT INTO tblPOrders (POID, PONumber, PODate, POSupID, POComplete, "
-                           "POConfirmed) VALUES (%1, 'REF-%1', '%2', %3, 0, 0)")
-                .arg(poid)
-                .arg(date)
-                .arg(supplier));
-}
-
-void Row(int poid, int item, const QString& qty, const QString& received, const QString& date,
-         const QString& price) {
-    ExecSql(QStringLiteral("INSERT INTO tblPODetail (POID, POStockID, POSupPNo, POQty, POPrice, "
-                           "POSchedDate, PORecieved, RowConfirmed, RowComments, GRN_PONo) VALUES "
-                           "(%1, %2, 'S-%2', %3, %4, '%5', %6, 0, '', '')")
-                .arg(poid)
-                .arg(item)
-                .arg(qty, price, date, received));
-}
-
 // Acme: order 1 (one row complete, one open) and order 12 (complete); Bolt: order 10 (open).
 void Orders() {
     fixture::Home();
@@ -108,24 +74,26 @@ void Orders() {
     fixture::Link(11, 1, QStringLiteral("0.5"), QStringLiteral("A-11"));
     fixture::Link(13, 1, QStringLiteral("3.25"), QStringLiteral("A-13"));
     fixture::Link(12, 2, QStringLiteral("4"), QStringLiteral("B-12"));
-    Order(1, 1, QStringLiteral("2026-10-01"));
-    Row(1, 10, QStringLiteral("5"), QStringLiteral("5"), QStringLiteral("2026-12-24"),
-        QStringLiteral("2"));
-    Row(1, 11, QStringLiteral("10"), QStringLiteral("4"), QStringLiteral("2026-12-01"),
-        QStringLiteral("0.5"));
-    Order(10, 2, QStringLiteral("2026-11-01"));
-    Row(10, 12, QStringLiteral("3"), QStringLiteral("0"), QStringLiteral("2026-11-30"),
-        QStringLiteral("4"));
-    Order(12, 1, QStringLiteral("2026-11-02"));
-    Row(12, 10, QStringLiteral("1"), QStringLiteral("1"), QStringLiteral("2040-01-01"),
-        QStringLiteral("2"));
+    fixture::OrderHeader(1, 1, QStringLiteral("2026-10-01"));
+    fixture::OrderRow(1, 10, QStringLiteral("5"), QStringLiteral("5"), QStringLiteral("2026-12-24"),
+                      QStringLiteral("2"));
+    fixture::OrderRow(1, 11, QStringLiteral("10"), QStringLiteral("4"),
+                      QStringLiteral("2026-12-01"), QStringLiteral("0.5"));
+    fixture::OrderHeader(10, 2, QStringLiteral("2026-11-01"));
+    fixture::OrderRow(10, 12, QStringLiteral("3"), QStringLiteral("0"),
+                      QStringLiteral("2026-11-30"), QStringLiteral("4"));
+    fixture::OrderHeader(12, 1, QStringLiteral("2026-11-02"));
+    fixture::OrderRow(12, 10, QStringLiteral("1"), QStringLiteral("1"),
+                      QStringLiteral("2040-01-01"), QStringLiteral("2"));
     ExecSql(QStringLiteral("UPDATE tblStockItems SET OnOrderQty = 6 WHERE ItemID = 11"));
     ExecSql(QStringLiteral("UPDATE tblStockItems SET OnOrderQty = 3 WHERE ItemID = 12"));
 }
 
-QString OnOrder(int item) {
-    return SqlFirst(
-        QStringLiteral("SELECT OnOrderQty FROM tblStockItems WHERE ItemID=%1").arg(item));
+// The window as the bar item opens it, on screen.
+void Open(ORViewer& w) {
+    w.Form_Load();
+    w.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&w));
 }
 
 } // namespace
@@ -143,9 +111,7 @@ private slots:
         ScriptedBoxes boxes;
         Orders();
         ORViewer w;
-        w.Form_Load();
-        w.show();
-        QVERIFY(QTest::qWaitForWindowExposed(&w));
+        Open(w);
         QCOMPARE(w.windowTitle(), QStringLiteral("View Orders"));
 
         // It opens on the orders not completed, grouped by supplier with the supplier column
@@ -232,9 +198,7 @@ private slots:
         auto printer = UseRecordingPrinter();
         Orders();
         ORViewer w;
-        w.Form_Load();
-        w.show();
-        QVERIFY(QTest::qWaitForWindowExposed(&w));
+        Open(w);
 
         ClickRow(*w.gdxOList, RowWith(*w.gdxOList, QStringLiteral("OrID"), QStringLiteral("0001")));
         QTest::mouseClick(w.btnViewPODetails, Qt::LeftButton);
@@ -284,7 +248,7 @@ private slots:
         QCOMPARE(SqlFirst(QStringLiteral("SELECT POSchedDate FROM tblPODetail WHERE POID=1 AND "
                                          "POStockID=10")),
                  QStringLiteral("2027-01-15"));
-        QCOMPARE(OnOrder(11), QStringLiteral("8.5"));
+        QCOMPARE(fixture::OnOrder(11), QStringLiteral("8.5"));
         QVERIFY(w.frmRePrintOrder->isVisible());
         QVERIFY(!w.cmdReprint->isEnabled() && !w.btnAddToOrder->isEnabled());
         QCOMPARE(w.cboSelectPrinter->currentText(), QStringLiteral("Recording Printer"));
@@ -324,9 +288,7 @@ private slots:
         ScriptedBoxes boxes;
         Orders();
         ORViewer w;
-        w.Form_Load();
-        w.show();
-        QVERIFY(QTest::qWaitForWindowExposed(&w));
+        Open(w);
         QTest::mouseClick(w.Option1, Qt::LeftButton);
         ClickRow(*w.gdxOList, RowWith(*w.gdxOList, QStringLiteral("OrID"), QStringLiteral("0012")));
         QTest::mouseClick(w.btnViewPODetails, Qt::LeftButton);
@@ -400,7 +362,7 @@ private slots:
         QCOMPARE(w.OrderRowCount, 1);
         QCOMPARE(SqlFirst(QStringLiteral("SELECT count(*) FROM tblPOrders WHERE POID=10")),
                  QStringLiteral("0"));
-        QCOMPARE(OnOrder(12), QStringLiteral("0"));
+        QCOMPARE(fixture::OnOrder(12), QStringLiteral("0"));
         QVERIFY(boxes.allAnswersUsed());
     }
 
