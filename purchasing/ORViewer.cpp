@@ -637,7 +637,11 @@ void ORViewer::cmdReprint_Click() {
     in.rows = &DetailRows;
     in.rowCount = DetailRowCount;
     in.poidText = txtPOID->text();
-    if (!SaveAndOfferPrint(in))
+    const ReprintAnswer answer = SaveAndOfferPrint(in);
+    if (answer == ReprintAnswer::Refused)
+        return;
+    mEditedRows.clear(); // all written
+    if (answer != ReprintAnswer::SavedToPrint)
         return;
     frmRePrintOrder->show();
     cmdReprint->setEnabled(false);
@@ -653,7 +657,7 @@ void ORViewer::cmdCancelrePrint_Click() {
     frmRePrintOrder->hide();
     cmdReprint->setEnabled(true);
     btnAddToOrder->setEnabled(true);
-    LoadOrderDetail(CurrentPOID);
+    ReloadOrderDetailKeepingEdits();
 }
 
 void ORViewer::Command4_Click() {

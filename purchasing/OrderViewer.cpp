@@ -276,14 +276,16 @@ void SaveOrderRows(const SaveOrderInput& in) {
                QStringLiteral(" WHERE POID=") + Number(in.poidText));
 }
 
-bool SaveAndOfferPrint(const SaveOrderInput& in) {
+ReprintAnswer SaveAndOfferPrint(const SaveOrderInput& in) {
     if (!CheckRight(Right::Purchasing))
-        return false;
+        return ReprintAnswer::Refused;
     SaveOrderRows(in);
     return MsgBox(YesNoPrompt(QStringLiteral("If you made any changes they have now been saved to "
                                              "the database"),
                               QStringLiteral("Do you wish to print/reprint the order now?")),
-                  vbYesNo + vbQuestion, QStringLiteral("Print order?")) == vbYes;
+                  vbYesNo + vbQuestion, QStringLiteral("Print order?")) == vbYes
+               ? ReprintAnswer::SavedToPrint
+               : ReprintAnswer::Saved;
 }
 
 void ReprintOrder(qint32 poid) {

@@ -122,9 +122,9 @@ struct SaveOrderInput {
 // header. Each statement stands alone.
 void SaveOrderRows(const SaveOrderInput& in);
 
-// cmdReprint: the purchase-order right, the save, then "Print order?". False when the right
-// refused or the answer was No.
-bool SaveAndOfferPrint(const SaveOrderInput& in);
+// cmdReprint: the purchase-order right, the save, then "Print order?".
+enum class ReprintAnswer { Refused, Saved, SavedToPrint };
+ReprintAnswer SaveAndOfferPrint(const SaveOrderInput& in);
 // cmdRePrintOK: the document with the date question on, and "Printer Status" once it went to
 // the printer.
 void ReprintOrder(qint32 poid);

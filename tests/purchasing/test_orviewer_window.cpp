@@ -266,10 +266,15 @@ private slots:
         QCOMPARE(boxes.shown().last().prompt,
                  QStringLiteral("Order was spooled. Check your printout and reprint if necessary"));
 
+        // "Done" reads the rows again: what was saved, with a change made since kept unsaved.
+        Type(*w.gdxPODetail, 2, QStringLiteral("POQty"), QStringLiteral("6"));
         QTest::mouseClick(w.cmdCancelrePrint, Qt::LeftButton);
         QVERIFY(!w.frmRePrintOrder->isVisible());
         QVERIFY(w.cmdReprint->isEnabled() && w.btnAddToOrder->isEnabled());
-        QCOMPARE(Column(*w.gdxPODetail, QStringLiteral("POQty")), QStringList({"12.5", "5"}));
+        QCOMPARE(Column(*w.gdxPODetail, QStringLiteral("POQty")), QStringList({"12.5", "6"}));
+        QCOMPARE(SqlFirst(QStringLiteral("SELECT POQty FROM tblPODetail WHERE POID=1 AND "
+                                         "POStockID=10")),
+                 QStringLiteral("5"));
 
         // An edit left unsaved is dropped on the way back, without a word; the list is not read
         // again and is in its mode as before.
