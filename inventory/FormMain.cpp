@@ -17,7 +17,9 @@
 #include "inventory/frmStockQtyInfo.h"
 #include "inventory/frmUsedIn.h"
 #include "maintenance/frmDBUtils.h"
+#include "purchasing/ORViewer.h"
 #include "purchasing/basket.h"
+#include "purchasing/frmItemPOrders.h"
 #include "reports/frmReporterMenu.h"
 #include "sales/CustOrderListPanel.h"
 #include "sales/frmCustOrder.h"
@@ -382,6 +384,8 @@ void FormMain::BuildItemDetailPanels() {
     frmItemDetail->ReplaceSubPanel(5, AdjustmentsPanel);
     UsedInPanel = new ::frmUsedIn(frmItemDetail);
     frmItemDetail->ReplaceSubPanel(2, UsedInPanel);
+    ItemPOrdersPanel = new ::frmItemPOrders(frmItemDetail);
+    frmItemDetail->ReplaceSubPanel(3, ItemPOrdersPanel);
     DetailLinksPanel = new ::frmDetailLinks(frmItemDetail);
     frmItemDetail->ReplaceSubPanel(6, DetailLinksPanel);
 
@@ -437,6 +441,7 @@ void FormMain::ItemDetailSubPanelShown(int index) {
         break;
     case 3:
         mCurrentGrid = 5;
+        ItemPOrdersPanel->LoadItemPOrders(gCurrentItemID);
         break;
     case 4:
         mCurrentGrid = 6; // gdxItemHistory
@@ -472,6 +477,8 @@ GridEX* FormMain::CurrentGrid() const {
         return frmItemDetail->gdxSupp;
     case 4:
         return UsedInPanel->gdxUsedIn;
+    case 5:
+        return ItemPOrdersPanel->gdxItemPOrders;
     case 6:
         return HistoryPanel->gdxItemHistory;
     case 7:
@@ -972,7 +979,9 @@ void FormMain::ShowCustOrderList() {
 void FormMain::OpenBasket() {
     basket::Open(this);
 }
-void FormMain::OpenORViewer() {}
+void FormMain::OpenORViewer() {
+    ORViewer::Open(this);
+}
 void FormMain::OpenGoodsIn() {}
 void FormMain::OpenNewContact() {
     frmContacts->NewContact(this);

@@ -28,6 +28,7 @@ class frmCommentInfo;
 class frmDetailLinks;
 class frmGlobalLinks;
 class frmInvAdjustments;
+class frmItemPOrders;
 class frmUsedIn;
 class ItemHistoryPanel;
 
@@ -87,6 +88,7 @@ public:
     ItemHistoryPanel* HistoryPanel = nullptr;        // objectName frmHistory, in frmItemDetail
     ::frmInvAdjustments* AdjustmentsPanel = nullptr; // objectName frmInvAdjustments
     ::frmUsedIn* UsedInPanel = nullptr;              // objectName frmUsedIn, in frmItemDetail
+    ::frmItemPOrders* ItemPOrdersPanel = nullptr;    // objectName frmItemPOrders
     ::frmDetailLinks* DetailLinksPanel = nullptr;    // objectName frmDetailLinks
     ::frmGlobalLinks* GlobalLinksPanel = nullptr;    // frmGlobalLinks below, as its own class
     QFrame* frmViewCustOrders = nullptr;

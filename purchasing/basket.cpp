@@ -8,6 +8,7 @@
 #include "foundation/TextBoxRules.h"
 #include "grids/ColumnState.h"
 #include "grids/GridEX.h"
+#include "purchasing/FormControls.h"
 #include "purchasing/PrintFrame.h"
 #include "purchasing/PurchaseBasket.h"
 #include "purchasing/PurchaseOrder.h"
@@ -35,20 +36,6 @@ int QtyPriceKey(const QString&, int code) {
     return 0;
 }
 
-// Enter in a box or a grid cell presses no button of this window.
-QPushButton* Button(const QString& name, const QString& caption, QWidget* parent) {
-    auto* b = new QPushButton(caption, parent);
-    b->setObjectName(name);
-    b->setAutoDefault(false);
-    return b;
-}
-
-QLineEdit* Box(const QString& name, QWidget* parent) {
-    auto* e = new QLineEdit(parent);
-    e->setObjectName(name);
-    return e;
-}
-
 } // namespace
 
 basket::basket(QWidget* parent) : QDialog(parent) {
@@ -61,16 +48,16 @@ basket::basket(QWidget* parent) : QDialog(parent) {
     cboSupplist = new QComboBox(this);
     cboSupplist->setObjectName(QStringLiteral("cboSupplist"));
     cboSupplist->setMinimumContentsLength(28);
-    Command8 = Button(QStringLiteral("Command8"), QStringLiteral("Supplier Details..."), this);
+    Command8 = NamedButton(QStringLiteral("Command8"), QStringLiteral("Supplier Details..."), this);
     Command8->setToolTip(QStringLiteral("Open the selected supplier's address record"));
-    txtPOID = Box(QStringLiteral("txtPOID"), this);
+    txtPOID = NamedBox(QStringLiteral("txtPOID"), this);
     txtPOID->setMaximumWidth(90);
     txtPOID->setAlignment(Qt::AlignRight);
     AttachDigitRules(txtPOID);
-    Command1 = Button(QStringLiteral("Command1"), QStringLiteral("?"), this);
+    Command1 = NamedButton(QStringLiteral("Command1"), QStringLiteral("?"), this);
     Command1->setFixedWidth(28);
     Command1->setToolTip(QStringLiteral("About the order number"));
-    txtBasketPONo = Box(QStringLiteral("txtBasketPONo"), this);
+    txtBasketPONo = NamedBox(QStringLiteral("txtBasketPONo"), this);
     AttachTextRules(txtBasketPONo);
 
     auto* top = new QGridLayout;
@@ -116,11 +103,11 @@ basket::basket(QWidget* parent) : QDialog(parent) {
     // --- the supplier's parts
     frmBParts = new QGroupBox(QStringLiteral("Inventory from this supplier"), this);
     frmBParts->setObjectName(QStringLiteral("frmBParts"));
-    txtBSupItemFilter = Box(QStringLiteral("txtBSupItemFilter"), frmBParts);
+    txtBSupItemFilter = NamedBox(QStringLiteral("txtBSupItemFilter"), frmBParts);
     txtBSupItemFilter->setPlaceholderText(QStringLiteral("Part number begins with"));
     AttachTextRules(txtBSupItemFilter, true);
-    Command5 = Button(QStringLiteral("Command5"), QStringLiteral("Clear"), frmBParts);
-    Command3 = Button(QStringLiteral("Command3"), QStringLiteral("Hide"), frmBParts);
+    Command5 = NamedButton(QStringLiteral("Command5"), QStringLiteral("Clear"), frmBParts);
+    Command3 = NamedButton(QStringLiteral("Command3"), QStringLiteral("Hide"), frmBParts);
     gdxBParts = new GridEX(QStringLiteral("gdxBParts"), frmBParts);
     gdxBParts->SetGroupByBoxVisible(false);
     gdxBParts->SetAllowEdit(false);
@@ -173,16 +160,17 @@ basket::basket(QWidget* parent) : QDialog(parent) {
     frmPrintOrder->hide();
 
     // --- the foot
-    Text2 = Box(QStringLiteral("Text2"), this);
+    Text2 = NamedBox(QStringLiteral("Text2"), this);
     Text2->setReadOnly(true);
     Text2->setAlignment(Qt::AlignRight);
     Text2->setMaximumWidth(140);
     auto* lblValue = new QLabel(QStringLiteral("Order Value:"), this);
     lblValue->setBuddy(Text2);
-    Command4 = Button(QStringLiteral("Command4"),
-                      QStringLiteral("Show Inventory from this supplier"), this);
-    Command2 = Button(QStringLiteral("Command2"), QStringLiteral("Order Now"), this);
-    Command6_0 = Button(QStringLiteral("Command6_0"), QStringLiteral("Close this window"), this);
+    Command4 = NamedButton(QStringLiteral("Command4"),
+                           QStringLiteral("Show Inventory from this supplier"), this);
+    Command2 = NamedButton(QStringLiteral("Command2"), QStringLiteral("Order Now"), this);
+    Command6_0 =
+        NamedButton(QStringLiteral("Command6_0"), QStringLiteral("Close this window"), this);
     Command2->setEnabled(false);
     Command4->setEnabled(false);
     auto* foot = new QHBoxLayout;
@@ -222,7 +210,7 @@ basket::basket(QWidget* parent) : QDialog(parent) {
 }
 
 QLineEdit* basket::StoreBox(const QString& name) {
-    QLineEdit* b = Box(name, frmNSSupDetails);
+    QLineEdit* b = NamedBox(name, frmNSSupDetails);
     b->setReadOnly(true);
     return b;
 }

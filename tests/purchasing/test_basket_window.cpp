@@ -9,6 +9,7 @@
 #include "purchasing/PurchaseOrderDocument.h"
 #include "purchasing/basket.h"
 #include "tests/purchasing/PurchasingFixture.h"
+#include "tests/purchasing/WindowTestParts.h"
 
 #include <QApplication>
 #include <QComboBox>
@@ -22,18 +23,16 @@
 
 namespace {
 
+using windowtest::Column;
+using windowtest::Settle;
+using windowtest::Shot;
+
 QAbstractItemModel* Model(basket& w) {
     return w.gdxBList->Model();
 }
 
 QModelIndex Cell(basket& w, int row, const QString& key) {
     return Model(w)->index(row - 1, w.gdxBList->Columns()(key).Index() - 1);
-}
-
-// Lets the queued steps of an edit (the editor's hand-over, then the commit) run.
-void Settle() {
-    for (int i = 0; i < 3; ++i)
-        QCoreApplication::processEvents();
 }
 
 // An edit of a cell as the grid's editor hands it over, then the events that commit it.
@@ -48,28 +47,11 @@ void Tick(basket& w, int row, const QString& key, bool on) {
     Settle();
 }
 
-QStringList Column(const GridEX& grid, const QString& key) {
-    QStringList out;
-    for (int r = 1; r <= grid.RowCount(); ++r)
-        out << grid.CellValue(r, grid.Columns()(key).Index()).toString();
-    return out;
-}
-
 void Select(basket& w, const QString& supplier) {
     const int i = w.cboSupplist->findText(supplier);
     QVERIFY(i >= 0);
     w.cboSupplist->setCurrentIndex(i);
     QCoreApplication::processEvents();
-}
-
-// With QS_SCREENSHOT_DIR set, the window is saved there as a picture for a look by eye.
-void Shot(QWidget* w, const QString& name) {
-    const QString dir = qEnvironmentVariable("QS_SCREENSHOT_DIR");
-    if (dir.isEmpty())
-        return;
-    QDir().mkpath(dir);
-    QCoreApplication::processEvents();
-    w->grab().save(dir + QLatin1Char('/') + name + QStringLiteral(".png"));
 }
 
 // Acme lists items 10 and 11, Bolt items 10 and 12, Cobalt nothing waiting.
