@@ -313,41 +313,55 @@ bool LoadSavedOrder(CustOrderSheet& sheet, qint32 orderNo) {
                        Format(NextDespSeqNo(orderNo, &db), QStringLiteral("000"));
 
     SetupOrderGrid(sheet);
-    const NumberMask price(kPriceMask);
-    const NumberMask qty(kQtyMask);
-    const int fPNo = rs.FieldIndex(QStringLiteral("MasterPNo"));
-    const int fDesc = rs.FieldIndex(QStringLiteral("ItemDescription"));
-    const int fGros = rs.FieldIndex(QStringLiteral("GrosPrice"));
-    const int fNet = rs.FieldIndex(QStringLiteral("NetPrice"));
-    const int fOrdered = rs.FieldIndex(QStringLiteral("OrderedQty"));
-    const int fShipped = rs.FieldIndex(QStringLiteral("ShippedQty"));
-    const int fStock = rs.FieldIndex(QStringLiteral("StockID"));
+    const OrderRowReader reader(rs);
     const int fRow = rs.FieldIndex(QStringLiteral("RowID"));
-    const int fLoc = rs.FieldIndex(QStringLiteral("Location"));
     for (; !rs.Eof(); rs.MoveNext()) {
-        OrderRow row;
-        const double net = rs.Fields(fNet).Double();
-        const double ordered = rs.Fields(fOrdered).Double();
-        const double shipped = rs.Fields(fShipped).Double();
-        const QString toDo = PlainNumberText(ordered - shipped);
-        row[OrderCol::Item] = QString::number(sheet.rows.size() + 1);
-        row[OrderCol::PartNo] = rs.Fields(fPNo).Text();
-        row[OrderCol::Desc] = rs.Fields(fDesc).Text();
-        row[OrderCol::Price] = price.Plain(rs.Fields(fGros).Double());
-        row[OrderCol::SellAt] = price.Plain(net);
-        row[OrderCol::OrderQty] = qty.Plain(ordered);
+        OrderRow row = reader.Read(int(sheet.rows.size()) + 1);
+        const double shipped = reader.Shipped();
+        const double toDo = reader.Ordered() - shipped;
         row[OrderCol::Done] = PlainNumberText(shipped);
-        row[OrderCol::ToDo] = toDo;
-        row[OrderCol::InvoiceQty] = toDo;
-        row[OrderCol::Total] = price.Plain(net * (ordered - shipped));
-        row[OrderCol::StockID] = rs.Fields(fStock).Text();
+        row[OrderCol::ToDo] = PlainNumberText(toDo);
+        row[OrderCol::InvoiceQty] = row[OrderCol::ToDo];
+        row[OrderCol::Total] = reader.price.Plain(reader.Net() * toDo);
         row[OrderCol::RowID] = rs.Fields(fRow).Text();
-        row[OrderCol::Location] = LocationCell(rs.Fields(fLoc).Text());
         sheet.rows.append(std::move(row));
     }
     PaintEditableCells(sheet);
     RecalcOrderTotals(sheet);
     return true;
+}
+
+OrderRowReader::OrderRowReader(const Recordset& rs)
+    : price(kPriceMask), qty(kQtyMask), mRs(rs), mPNo(rs.FieldIndex(QStringLiteral("MasterPNo"))),
+      mDesc(rs.FieldIndex(QStringLiteral("ItemDescription"))),
+      mGros(rs.FieldIndex(QStringLiteral("GrosPrice"))),
+      mNet(rs.FieldIndex(QStringLiteral("NetPrice"))),
+      mOrdered(rs.FieldIndex(QStringLiteral("OrderedQty"))),
+      mShipped(rs.FieldIndex(QStringLiteral("ShippedQty"))),
+      mStock(rs.FieldIndex(QStringLiteral("StockID"))),
+      mLoc(rs.FieldIndex(QStringLiteral("Location"))) {}
+
+OrderRow OrderRowReader::Read(int number) const {
+    OrderRow row;
+    row[OrderCol::Item] = QString::number(number);
+    row[OrderCol::PartNo] = mRs.Fields(mPNo).Text();
+    row[OrderCol::Desc] = mRs.Fields(mDesc).Text();
+    row[OrderCol::Price] = price.Plain(mRs.Fields(mGros).Double());
+    row[OrderCol::SellAt] = price.Plain(Net());
+    row[OrderCol::OrderQty] = qty.Plain(Ordered());
+    row[OrderCol::StockID] = mRs.Fields(mStock).Text();
+    row[OrderCol::Location] = LocationCell(mRs.Fields(mLoc).Text());
+    return row;
+}
+
+double OrderRowReader::Net() const {
+    return mRs.Fields(mNet).Double();
+}
+double OrderRowReader::Ordered() const {
+    return mRs.Fields(mOrdered).Double();
+}
+double OrderRowReader::Shipped() const {
+    return mRs.Fields(mShipped).Double();
 }
 
 QStringList LoadCategoryFilter() {

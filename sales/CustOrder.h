@@ -3,6 +3,8 @@
 // back into it and calls these procedures; saving, invoicing and the documents read it too.
 #pragma once
 
+#include "foundation/Helpers.h"
+
 #include <QString>
 #include <QStringList>
 #include <QVariant>
@@ -164,6 +166,26 @@ bool LoadSavedOrder(CustOrderSheet& sheet, qint32 orderNo);
 // customer, date, reference, discount and number. The customer's own discount comes first and
 // the order's replaces it, both before any row exists, so that no saved price is repriced.
 void ShowOrderHeader(CustOrderSheet& sheet, const Recordset& rs);
+// Reads grid rows from records of order rows joined with their items (tblCustOrderDetail with
+// tblStockItems), the columns looked up once for the walk.
+class OrderRowReader {
+public:
+    explicit OrderRowReader(const Recordset& rs);
+    // A row numbered `number` from the current record: part, description, gross and net price
+    // through "0.00###", order quantity through "0.0#", stock and location. Done, To Do,
+    // InvoiceQty, Total and the row key are the caller's.
+    OrderRow Read(int number) const;
+    double Net() const;
+    double Ordered() const;
+    double Shipped() const;
+
+    const NumberMask price; // "0.00###"
+    const NumberMask qty;   // "0.0#"
+
+private:
+    const Recordset& mRs;
+    int mPNo, mDesc, mGros, mNet, mOrdered, mShipped, mStock, mLoc;
+};
 // The statement LoadSavedOrder reads the order's rows with.
 QString SavedOrderStatement(qint32 orderNo);
 // The entries of cboCatFilter: one blank entry, then every category.

@@ -220,39 +220,22 @@ bool LoadSavedInvoice(CustOrderSheet& sheet, qint32 invoiceNo) {
         MsgBox(QStringLiteral("This invoice doesn't seem to have any item/rows - It's empty"),
                vbInformation, QString());
     SetupOrderGrid(sheet);
-    const NumberMask price(kPriceMask);
-    const NumberMask qty(kQtyMask);
-    const int fPNo = rs.FieldIndex(QStringLiteral("MasterPNo"));
-    const int fDesc = rs.FieldIndex(QStringLiteral("ItemDescription"));
-    const int fGros = rs.FieldIndex(QStringLiteral("GrosPrice"));
+    const OrderRowReader reader(rs);
     const int fSell = rs.FieldIndex(QStringLiteral("SellAtPrice"));
-    const int fNet = rs.FieldIndex(QStringLiteral("NetPrice"));
-    const int fOrdered = rs.FieldIndex(QStringLiteral("OrderedQty"));
-    const int fShipped = rs.FieldIndex(QStringLiteral("ShippedQty"));
     const int fDesp = rs.FieldIndex(QStringLiteral("DespQty"));
-    const int fStock = rs.FieldIndex(QStringLiteral("StockID"));
     const int fRow = rs.FieldIndex(QStringLiteral("OrderDetailRowID"));
-    const int fLoc = rs.FieldIndex(QStringLiteral("Location"));
     for (; !rs.Eof(); rs.MoveNext()) {
-        // Rows written before invoices kept their own price fall back on the order's.
-        const double sell =
-            rs.Fields(fSell).IsNull() ? rs.Fields(fNet).Double() : rs.Fields(fSell).Double();
+        OrderRow row = reader.Read(int(sheet.rows.size()) + 1);
+        // Rows written before invoices kept their own price show the order's.
+        const double sell = rs.Fields(fSell).IsNull() ? reader.Net() : rs.Fields(fSell).Double();
         const double desp = rs.Fields(fDesp).Double();
-        const double others = rs.Fields(fShipped).Double() - desp;
-        OrderRow row;
-        row[OrderCol::Item] = QString::number(sheet.rows.size() + 1);
-        row[OrderCol::PartNo] = rs.Fields(fPNo).Text();
-        row[OrderCol::Desc] = rs.Fields(fDesc).Text();
-        row[OrderCol::Price] = price.Plain(rs.Fields(fGros).Double());
-        row[OrderCol::SellAt] = price.Plain(sell);
-        row[OrderCol::OrderQty] = qty.Plain(rs.Fields(fOrdered).Double());
-        row[OrderCol::Done] = qty.Plain(others);
-        row[OrderCol::ToDo] = qty.Plain(desp);
-        row[OrderCol::InvoiceQty] = qty.Plain(desp);
-        row[OrderCol::Total] = price.Plain(desp * sell);
-        row[OrderCol::StockID] = rs.Fields(fStock).Text();
+        const double others = reader.Shipped() - desp;
+        row[OrderCol::SellAt] = reader.price.Plain(sell);
+        row[OrderCol::Done] = reader.qty.Plain(others);
+        row[OrderCol::ToDo] = reader.qty.Plain(desp); // the quantity as saved
+        row[OrderCol::InvoiceQty] = row[OrderCol::ToDo];
+        row[OrderCol::Total] = reader.price.Plain(desp * sell);
         row[OrderCol::RowID] = rs.Fields(fRow).Text();
-        row[OrderCol::Location] = LocationCell(rs.Fields(fLoc).Text());
         sheet.rows.append(std::move(row));
         // Done shows once a row has a quantity on other invoices.
         if (others > 0)

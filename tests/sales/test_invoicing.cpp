@@ -60,6 +60,14 @@ void salesDefaults(const QString& rate = QStringLiteral("17.5")) {
                            "('ShippingPars', 'Carriage', '5', 'Y')"));
 }
 
+// Customer Acme with widgets (A-1 at 2.50) and gadgets (B-2 at 4), 40 of each in stock.
+qint32 acmeWithTwoItems() {
+    const qint32 acme = addCustomer(QStringLiteral("Acme"), 0);
+    addItem(1, QStringLiteral("A-1"), QStringLiteral("Widget"), 2.5);
+    addItem(2, QStringLiteral("B-2"), QStringLiteral("Gadget"), 4);
+    return acme;
+}
+
 // The window opened on a saved order to invoice it (mode 3), or on a saved invoice (mode 4).
 CustOrderSheet invoiceOrder(qint32 order) {
     CustOrderSheet s;
@@ -96,9 +104,7 @@ private slots:
         TestData data;
         ScriptedBoxes boxes;
         salesDefaults();
-        const qint32 acme = addCustomer(QStringLiteral("Acme"), 0);
-        addItem(1, QStringLiteral("A-1"), QStringLiteral("Widget"), 2.5);
-        addItem(2, QStringLiteral("B-2"), QStringLiteral("Gadget"), 4);
+        const qint32 acme = acmeWithTwoItems();
         addOrder(12, acme, QStringLiteral("PO-7"), 0);
         const QString row = QString::number(addOrderRow(12, 1, 10, 0, 2.5, 2.5));
         addOrderRow(12, 2, 3, 0, 4, 4);
@@ -277,9 +283,7 @@ private slots:
         TestData data;
         ScriptedBoxes boxes;
         salesDefaults();
-        const qint32 acme = addCustomer(QStringLiteral("Acme"), 0);
-        addItem(1, QStringLiteral("A-1"), QStringLiteral("Widget"), 2.5);
-        addItem(2, QStringLiteral("B-2"), QStringLiteral("Gadget"), 4);
+        const qint32 acme = acmeWithTwoItems();
         addItem(3, QStringLiteral("C-3"), QStringLiteral("Gizmo"), 3, true,
                 QStringLiteral("unKnown"));
         addOrder(30, acme, QString(), 0);
