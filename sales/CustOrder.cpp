@@ -6,6 +6,7 @@
 #include "foundation/Globals.h"
 #include "foundation/Helpers.h"
 #include "foundation/MsgBox.h"
+#include "sales/Invoicing.h"
 #include "sales/SalesDefaults.h"
 
 #include <QLocale>
@@ -16,18 +17,6 @@ const QString kQtyMask = QStringLiteral("0.0#");
 const QString kPriceMask = QStringLiteral("0.00###");
 const QString kMoneyMask = QStringLiteral("0.00");
 const QString kNumberMask = QStringLiteral("0000");
-
-// A number as the window shows a plain Double: up to 15 significant digits, the locale's decimal
-// point, no grouping (10 - 3.3 reads "6.7").
-QString numberText(double value) {
-    QLocale loc;
-    loc.setNumberOptions(QLocale::OmitGroupSeparator);
-    return loc.toString(value, 'g', 15);
-}
-
-QString locationText(const QString& location) {
-    return location.toUpper() == QLatin1String("UNKNOWN") ? QString() : location;
-}
 
 // Opens gDbPath unless the caller lends its open database.
 struct LentDatabase {
@@ -49,6 +38,16 @@ qint32 highestPlusOne(Database* lent, const QString& sql) {
     return qint32(rs.Fields(0).Long() + 1);
 }
 } // namespace
+
+QString PlainNumberText(double value) {
+    QLocale loc;
+    loc.setNumberOptions(QLocale::OmitGroupSeparator);
+    return loc.toString(value, 'g', 15);
+}
+
+QString LocationCell(const QString& location) {
+    return location.toUpper() == QLatin1String("UNKNOWN") ? QString() : location;
+}
 
 int CustOrderSheet::QtyColumn() const {
     return (mode == OrderMode::InvoiceOrder || mode == OrderMode::SavedInvoice)
@@ -81,7 +80,7 @@ void SetVat(CustOrderSheet& sheet, const QString& text) {
 }
 
 void LeaveDiscount(CustOrderSheet& sheet) {
-    SetDiscount(sheet, numberText(Val(sheet.discount)));
+    SetDiscount(sheet, PlainNumberText(Val(sheet.discount)));
     ApplyDiscountToRows(sheet);
 }
 
@@ -233,7 +232,7 @@ bool ShowCustomerDetails(CustOrderSheet& sheet, const QString& name) {
     sheet.custAdd3 = rs.Fields(QStringLiteral("Add3")).Text();
     sheet.custAdd4 = rs.Fields(QStringLiteral("Add4")).Text();
     sheet.custPO = rs.Fields(QStringLiteral("PCode")).Text();
-    SetDiscount(sheet, numberText(rs.Fields(QStringLiteral("Discount")).Double()));
+    SetDiscount(sheet, PlainNumberText(rs.Fields(QStringLiteral("Discount")).Double()));
     return true;
 }
 
@@ -264,7 +263,7 @@ void FormLoadSheet(CustOrderSheet& sheet, quint8 mode, qint32 orderID) {
         sheet.invoiceDate = today;
         break;
     case OrderMode::SavedInvoice:
-        // Filled from the invoice gCustInvoiceNo by LoadSavedInvoice.
+        LoadSavedInvoice(sheet, gCustInvoiceNo);
         break;
     default:
         break;
@@ -281,21 +280,16 @@ QString SavedOrderStatement(qint32 orderNo) {
            QString::number(orderNo) + QStringLiteral(" ORDER BY RowID");
 }
 
-namespace {
-// The boxes an order's header fills: customer, date, reference, discount and number. The
-// customer's own discount comes first and the order's replaces it, both before any row exists,
-// so that no saved price is repriced.
-void showOrderHeader(CustOrderSheet& sheet, const Recordset& rs) {
+void ShowOrderHeader(CustOrderSheet& sheet, const Recordset& rs) {
     const QString coName = rs.Fields(QStringLiteral("CoName")).Text();
     sheet.custListText = coName;
     ShowCustomerDetails(sheet, coName);
     sheet.orDate = ShowDate(rs.Fields(QStringLiteral("CustOrDate")).Value());
     sheet.custOrNo = rs.Fields(QStringLiteral("CustOrRef")).Text();
-    SetDiscount(sheet, numberText(rs.Fields(QStringLiteral("ORDiscount")).Double()));
+    SetDiscount(sheet, PlainNumberText(rs.Fields(QStringLiteral("ORDiscount")).Double()));
     sheet.custBasketID =
         Format(double(rs.Fields(QStringLiteral("CustBasketID")).Long()), kNumberMask);
 }
-} // namespace
 
 bool LoadSavedOrder(CustOrderSheet& sheet, qint32 orderNo) {
     Database db = DBEngine::OpenDatabase(gDbPath);
@@ -308,52 +302,66 @@ bool LoadSavedOrder(CustOrderSheet& sheet, qint32 orderNo) {
             QString::number(orderNo));
         if (head.Eof())
             return false;
-        showOrderHeader(sheet, head);
+        ShowOrderHeader(sheet, head);
         MsgBox(QStringLiteral("This Customer Order appears to be empty. You can add items to it "
                               "now if you wish"),
                vbOKOnly, QString());
         return true;
     }
-    showOrderHeader(sheet, rs);
+    ShowOrderHeader(sheet, rs);
     sheet.custShipID = sheet.custBasketID + QLatin1Char('-') +
                        Format(NextDespSeqNo(orderNo, &db), QStringLiteral("000"));
 
     SetupOrderGrid(sheet);
-    const NumberMask price(kPriceMask);
-    const NumberMask qty(kQtyMask);
-    const int fPNo = rs.FieldIndex(QStringLiteral("MasterPNo"));
-    const int fDesc = rs.FieldIndex(QStringLiteral("ItemDescription"));
-    const int fGros = rs.FieldIndex(QStringLiteral("GrosPrice"));
-    const int fNet = rs.FieldIndex(QStringLiteral("NetPrice"));
-    const int fOrdered = rs.FieldIndex(QStringLiteral("OrderedQty"));
-    const int fShipped = rs.FieldIndex(QStringLiteral("ShippedQty"));
-    const int fStock = rs.FieldIndex(QStringLiteral("StockID"));
+    const OrderRowReader reader(rs);
     const int fRow = rs.FieldIndex(QStringLiteral("RowID"));
-    const int fLoc = rs.FieldIndex(QStringLiteral("Location"));
     for (; !rs.Eof(); rs.MoveNext()) {
-        OrderRow row;
-        const double net = rs.Fields(fNet).Double();
-        const double ordered = rs.Fields(fOrdered).Double();
-        const double shipped = rs.Fields(fShipped).Double();
-        const QString toDo = numberText(ordered - shipped);
-        row[OrderCol::Item] = QString::number(sheet.rows.size() + 1);
-        row[OrderCol::PartNo] = rs.Fields(fPNo).Text();
-        row[OrderCol::Desc] = rs.Fields(fDesc).Text();
-        row[OrderCol::Price] = price.Plain(rs.Fields(fGros).Double());
-        row[OrderCol::SellAt] = price.Plain(net);
-        row[OrderCol::OrderQty] = qty.Plain(ordered);
-        row[OrderCol::Done] = numberText(shipped);
-        row[OrderCol::ToDo] = toDo;
-        row[OrderCol::InvoiceQty] = toDo;
-        row[OrderCol::Total] = price.Plain(net * (ordered - shipped));
-        row[OrderCol::StockID] = rs.Fields(fStock).Text();
+        OrderRow row = reader.Read(int(sheet.rows.size()) + 1);
+        const double shipped = reader.Shipped();
+        const double toDo = reader.Ordered() - shipped;
+        row[OrderCol::Done] = PlainNumberText(shipped);
+        row[OrderCol::ToDo] = PlainNumberText(toDo);
+        row[OrderCol::InvoiceQty] = row[OrderCol::ToDo];
+        row[OrderCol::Total] = reader.price.Plain(reader.Net() * toDo);
         row[OrderCol::RowID] = rs.Fields(fRow).Text();
-        row[OrderCol::Location] = locationText(rs.Fields(fLoc).Text());
         sheet.rows.append(std::move(row));
     }
     PaintEditableCells(sheet);
     RecalcOrderTotals(sheet);
     return true;
+}
+
+OrderRowReader::OrderRowReader(const Recordset& rs)
+    : price(kPriceMask), qty(kQtyMask), mRs(rs), mPNo(rs.FieldIndex(QStringLiteral("MasterPNo"))),
+      mDesc(rs.FieldIndex(QStringLiteral("ItemDescription"))),
+      mGros(rs.FieldIndex(QStringLiteral("GrosPrice"))),
+      mNet(rs.FieldIndex(QStringLiteral("NetPrice"))),
+      mOrdered(rs.FieldIndex(QStringLiteral("OrderedQty"))),
+      mShipped(rs.FieldIndex(QStringLiteral("ShippedQty"))),
+      mStock(rs.FieldIndex(QStringLiteral("StockID"))),
+      mLoc(rs.FieldIndex(QStringLiteral("Location"))) {}
+
+OrderRow OrderRowReader::Read(int number) const {
+    OrderRow row;
+    row[OrderCol::Item] = QString::number(number);
+    row[OrderCol::PartNo] = mRs.Fields(mPNo).Text();
+    row[OrderCol::Desc] = mRs.Fields(mDesc).Text();
+    row[OrderCol::Price] = price.Plain(mRs.Fields(mGros).Double());
+    row[OrderCol::SellAt] = price.Plain(Net());
+    row[OrderCol::OrderQty] = qty.Plain(Ordered());
+    row[OrderCol::StockID] = mRs.Fields(mStock).Text();
+    row[OrderCol::Location] = LocationCell(mRs.Fields(mLoc).Text());
+    return row;
+}
+
+double OrderRowReader::Net() const {
+    return mRs.Fields(mNet).Double();
+}
+double OrderRowReader::Ordered() const {
+    return mRs.Fields(mOrdered).Double();
+}
+double OrderRowReader::Shipped() const {
+    return mRs.Fields(mShipped).Double();
 }
 
 QStringList LoadCategoryFilter() {
@@ -463,7 +471,7 @@ bool AddPartToOrder(CustOrderSheet& sheet, const PartsList& parts, int record) {
     row[OrderCol::ToDo] = QStringLiteral("1");
     row[OrderCol::InvoiceQty] = QStringLiteral("1");
     row[OrderCol::StockID] = parts(1, record).toString();
-    row[OrderCol::Location] = locationText(parts(7, record).toString());
+    row[OrderCol::Location] = LocationCell(parts(7, record).toString());
     sheet.rows.append(std::move(row));
     RecalcOrderTotals(sheet);
     PaintEditableCells(sheet);

@@ -3,6 +3,8 @@
 // back into it and calls these procedures; saving, invoicing and the documents read it too.
 #pragma once
 
+#include "foundation/Helpers.h"
+
 #include <QString>
 #include <QStringList>
 #include <QVariant>
@@ -10,6 +12,14 @@
 #include <array>
 
 class Database;
+class Recordset;
+
+// A number as the window shows a plain Double: up to 15 significant digits, the locale's decimal
+// point, no grouping (10 - 3.3 reads "6.7").
+QString PlainNumberText(double value);
+// The hidden location cell of a row: the item's location, blank where it reads "UNKNOWN" in any
+// mix of case.
+QString LocationCell(const QString& location);
 
 // The columns of the order grid fgSOrder (fgHeader has the first 13).
 namespace OrderCol {
@@ -145,12 +155,37 @@ bool ShowCustomerDetails(CustOrderSheet& sheet, const QString& name);
 
 // --- loading ---
 // Form_Load's own steps on the sheet: the defaults, an empty grid for the mode, and the data of
-// modes 1 to 3 (the numbers and dates of a new order, or the saved order `orderID`).
+// the mode (the numbers and dates of a new order, the saved order `orderID`, or in mode 4 the
+// saved invoice gCustInvoiceNo).
 void FormLoadSheet(CustOrderSheet& sheet, quint8 mode, qint32 orderID);
 // Fills the sheet from the saved order N: the header boxes and a row per order row. An order
 // without rows fills the boxes and says so; an unknown number leaves the sheet as it is.
 // False when no order has the number.
 bool LoadSavedOrder(CustOrderSheet& sheet, qint32 orderNo);
+// The boxes an order's header fills from a record of tblCustOrders joined with tblCusAddresses:
+// customer, date, reference, discount and number. The customer's own discount comes first and
+// the order's replaces it, both before any row exists, so that no saved price is repriced.
+void ShowOrderHeader(CustOrderSheet& sheet, const Recordset& rs);
+// Reads grid rows from records of order rows joined with their items (tblCustOrderDetail with
+// tblStockItems), the columns looked up once for the walk.
+class OrderRowReader {
+public:
+    explicit OrderRowReader(const Recordset& rs);
+    // A row numbered `number` from the current record: part, description, gross and net price
+    // through "0.00###", order quantity through "0.0#", stock and location. Done, To Do,
+    // InvoiceQty, Total and the row key are the caller's.
+    OrderRow Read(int number) const;
+    double Net() const;
+    double Ordered() const;
+    double Shipped() const;
+
+    const NumberMask price; // "0.00###"
+    const NumberMask qty;   // "0.0#"
+
+private:
+    const Recordset& mRs;
+    int mPNo, mDesc, mGros, mNet, mOrdered, mShipped, mStock, mLoc;
+};
 // The statement LoadSavedOrder reads the order's rows with.
 QString SavedOrderStatement(qint32 orderNo);
 // The entries of cboCatFilter: one blank entry, then every category.

@@ -20,21 +20,39 @@ qint32 SettleOrderNumber(CustOrderSheet& sheet) {
     return next;
 }
 
+QString OrderHeaderUpdate(const CustOrderSheet& sheet, qint32 orderNo) {
+    return QStringLiteral("UPDATE tblCustOrders SET  CustOrRef=") + SqlText(sheet.custOrNo) +
+           QStringLiteral(", ORDiscount=") +
+           QString::number(ParseLocaleNumber(sheet.discount), 'g', 15) +
+           QStringLiteral(" WHERE CustBasketID = ") + QString::number(orderNo);
+}
+
+QString OrderHeaderInsert(const CustOrderSheet& sheet, qint32 orderNo) {
+    return QStringLiteral("INSERT INTO tblCustOrders  (CustBasketID, CustID, SalesRef, "
+                          "CustOrRef, CustOrDate, ORDiscount) VALUES  (") +
+           QString::number(orderNo) + QLatin1Char(',') + sheet.custID + QStringLiteral(",'',") +
+           SqlText(sheet.custOrNo) + QLatin1Char(',') + SqlDateLiteral(Today()) + QLatin1Char(',') +
+           QString::number(ParseLocaleNumber(sheet.discount), 'g', 15) + QLatin1Char(')');
+}
+
+QString OrderRowInsert(const OrderRow& row, qint32 orderNo, const QString& shipped) {
+    const NumberMask qtyMask(QStringLiteral("0.0#"));
+    const NumberMask priceMask(QStringLiteral("0.00###"));
+    return QStringLiteral("INSERT INTO tblCustOrderDetail  ( CustBasketDetailID, StockID, "
+                          "OrderedQty, GrosPrice, NetPrice, ShippedQty) VALUES  (") +
+           QString::number(orderNo) + QLatin1Char(',') + row[OrderCol::StockID] + QLatin1Char(',') +
+           qtyMask.Sql(ParseLocaleNumber(row[OrderCol::OrderQty])) + QLatin1Char(',') +
+           priceMask.Sql(ParseLocaleNumber(row[OrderCol::Price])) + QLatin1Char(',') +
+           priceMask.Sql(ParseLocaleNumber(row[OrderCol::SellAt])) + QLatin1Char(',') + shipped +
+           QStringLiteral(");");
+}
+
 void WriteCustomerOrder(const CustOrderSheet& sheet, qint32 orderNo) {
-    const QString n = QString::number(orderNo);
-    const QString reference = SqlText(sheet.custOrNo);
-    const QString discount = QString::number(ParseLocaleNumber(sheet.discount), 'g', 15);
     Database db = DBEngine::OpenDatabase(gDbPath);
     // Update first: a save never changes the customer or the date of an order that exists.
-    db.Execute(QStringLiteral("UPDATE tblCustOrders SET  CustOrRef=") + reference +
-               QStringLiteral(", ORDiscount=") + discount +
-               QStringLiteral(" WHERE CustBasketID = ") + n);
+    db.Execute(OrderHeaderUpdate(sheet, orderNo));
     if (db.RecordsAffected() == 0)
-        db.Execute(QStringLiteral("INSERT INTO tblCustOrders  (CustBasketID, CustID, SalesRef, "
-                                  "CustOrRef, CustOrDate, ORDiscount) VALUES  (") +
-                   n + QLatin1Char(',') + sheet.custID + QStringLiteral(",'',") + reference +
-                   QLatin1Char(',') + SqlDateLiteral(Today()) + QLatin1Char(',') + discount +
-                   QLatin1Char(')'));
+        db.Execute(OrderHeaderInsert(sheet, orderNo));
 
     const NumberMask qtyMask(QStringLiteral("0.0#"));
     const NumberMask priceMask(QStringLiteral("0.00###"));
@@ -42,20 +60,14 @@ void WriteCustomerOrder(const CustOrderSheet& sheet, qint32 orderNo) {
         const double qty = ParseLocaleNumber(row[OrderCol::OrderQty]);
         const QString key = QString::number(qint64(ParseLocaleNumber(row[OrderCol::RowID])));
         if (qty > 0) {
-            const QString q = qtyMask.Sql(qty);
-            const QString sell = priceMask.Sql(ParseLocaleNumber(row[OrderCol::SellAt]));
             if (key.toLongLong() > 0) {
                 // The gross price stays as it was first saved.
-                db.Execute(QStringLiteral("UPDATE tblCustOrderDetail SET  OrderedQty = ") + q +
-                           QStringLiteral(", NetPrice = ") + sell +
+                db.Execute(QStringLiteral("UPDATE tblCustOrderDetail SET  OrderedQty = ") +
+                           qtyMask.Sql(qty) + QStringLiteral(", NetPrice = ") +
+                           priceMask.Sql(ParseLocaleNumber(row[OrderCol::SellAt])) +
                            QStringLiteral(" WHERE RowID = ") + key);
             } else {
-                db.Execute(
-                    QStringLiteral("INSERT INTO tblCustOrderDetail  ( CustBasketDetailID, StockID, "
-                                   "OrderedQty, GrosPrice, NetPrice, ShippedQty) VALUES  (") +
-                    n + QLatin1Char(',') + row[OrderCol::StockID] + QLatin1Char(',') + q +
-                    QLatin1Char(',') + priceMask.Sql(ParseLocaleNumber(row[OrderCol::Price])) +
-                    QLatin1Char(',') + sell + QStringLiteral(",0);"));
+                db.Execute(OrderRowInsert(row, orderNo, QStringLiteral("0")));
             }
         } else {
             // A quantity of 0 removes the row; a row never saved has key 0 and touches nothing.

@@ -5,7 +5,9 @@
 
 #include <QtGlobal>
 
+class QString;
 struct CustOrderSheet;
+struct OrderRow;
 
 // The order number of a save. A new order takes the next free number, or the number typed into
 // txtCustBasketID when that is higher; a lower one is replaced and the box rewritten through
@@ -15,6 +17,11 @@ qint32 SettleOrderNumber(CustOrderSheet& sheet);
 // then each row in order: a quantity above 0 updates the row by its key or inserts a new one, a
 // quantity of 0 or below deletes the row by its key.
 void WriteCustomerOrder(const CustOrderSheet& sheet, qint32 orderNo);
+// The statements of a save: the header update (reference and discount), the header insert (with
+// today as the order date) and the insert of a row, whose ShippedQty is `shipped` as SQL text.
+QString OrderHeaderUpdate(const CustOrderSheet& sheet, qint32 orderNo);
+QString OrderHeaderInsert(const CustOrderSheet& sheet, qint32 orderNo);
+QString OrderRowInsert(const OrderRow& row, qint32 orderNo, const QString& shipped);
 // SettleOrderNumber and WriteCustomerOrder; returns the order number.
 qint32 SaveCustomerOrder(CustOrderSheet& sheet);
 

@@ -8,6 +8,7 @@
 #include "foundation/TextBoxRules.h"
 #include "grids/GridEX.h"
 #include "sales/CustOrderSave.h"
+#include "sales/Invoicing.h"
 #include "sales/OrderGrid.h"
 #include "sales/SalesDefaults.h"
 #include "sales/frmBParts.h"
@@ -600,9 +601,28 @@ void frmCustOrder::Command2_Click() {
     }
 }
 
-void frmCustOrder::cmdInvoice_Click() {}
+void frmCustOrder::cmdInvoice_Click() {
+    if (!InvoiceNewOrderCommand(mSheet))
+        return;
+    ShowSheet();
+    HideActionButtons();
+    if (MsgBox(
+            QStringLiteral("The Order/Invoice was saved - Do you want to print the invoice now ?"),
+            vbYesNo | vbQuestion, QStringLiteral("Print?")) == vbYes) {
+        frmPrinter->ShowDocumentButtons(::frmPrinter::Documents::Invoice);
+        ShowPrinterPanel();
+    }
+}
 
-void frmCustOrder::Command19_Click() {}
+void frmCustOrder::Command19_Click() {
+    const bool saved = SaveInvoiceCommand(mSheet);
+    ShowSheet(); // the invoice number used, also when nothing was written
+    if (!saved)
+        return;
+    HideActionButtons();
+    frmPrinter->ShowDocumentButtons(::frmPrinter::Documents::Invoice);
+    ShowPrinterPanel();
+}
 
 void frmCustOrder::HideActionButtons() {
     for (QPushButton* b :

@@ -171,7 +171,10 @@ private slots:
 
         quint8 seenMode = 0;
         whenOrderWindowOpens([&](frmCustOrder* o) { seenMode = o->mSheet.mode; });
+        boxes.answer(vbOK); // invoice 7 has no rows, and the window says so as it loads it
         releaseOverRow(panel, 1);
+        QCOMPARE(boxes.prompts().last(),
+                 QStringLiteral("This invoice doesn't seem to have any item/rows - It's empty"));
         QCOMPARE(seenMode, 4);
         QCOMPARE(gCustInvoiceNo, 7);
         QVERIFY(!panel->Frame2->isVisible());
