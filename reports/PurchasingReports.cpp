@@ -146,13 +146,13 @@ QString LateDeliveriesBySupplierStatement(const QDate& start, const QDate& end) 
 ReportResult OrdersInPeriodReport(const ReportInput& input) {
     ReportResult r;
     r.ran = true;
-    r.columns = {text("PONumber", 1100),
-                 text("PODate", "PO Date", 1250),
+    r.columns = {text("PONumber", 1300),
+                 text("PODate", "PO Date", 1450),
                  text("Supplier", 2200),
                  text("PartNo", 1500),
                  text("Name", 1200),
                  text("Desc", 2400),
-                 figure("Price", "Cost (x1) ", 1000),
+                 figure("Price", "Cost (x1) ", 1100),
                  figure("Qty", "Ordered ", 900),
                  figure("Received", "Received ", 1000)};
 
@@ -202,10 +202,10 @@ ReportResult OrdersInPeriodReport(const ReportInput& input) {
 ReportResult OverdueLinesReport(const ReportInput& input) {
     ReportResult r;
     r.ran = true;
-    r.columns = {text("PONumber", 1100),          text("Vendor", "Supplier", 900),
-                 text("PODate", "PO Date", 1250), text("DueDate", "Due Date", 1250),
-                 text("PartNumber", 1500),        text("Name", 1200),
-                 text("Description", 2400),       figure("Cost", "Cost (x1) ", 1000),
+    r.columns = {text("PONumber", 1300),          text("Vendor", "Supplier", 900),
+                 text("PODate", "PO Date", 1450), text("DueDate", "Due Date", 1450),
+                 text("PartNumber", 1500),        text("Name", 1100),
+                 text("Description", 2300),       figure("Cost", "Cost (x1) ", 1100),
                  figure("Qty", "Ordered ", 900),  figure("Received", "Received ", 1000)};
 
     int fRef = -1, fDate = -1, fDue = -1, fQty = -1, fRecd = -1, fPrice = -1, fVendor = -1;
@@ -247,15 +247,15 @@ ReportResult OverdueLinesReport(const ReportInput& input) {
 ReportResult LateDeliveriesReport(const ReportInput& input) {
     ReportResult r;
     r.ran = true;
-    r.columns = {text("PONumber", 1100),
+    r.columns = {text("PONumber", 1300),
                  text("Vendor", "Supplier", 900),
-                 text("Ordered", 1250),
-                 text("Scheduled", 1250),
-                 text("Delivered", 1250),
+                 text("Ordered", 1450),
+                 text("Scheduled", 1450),
+                 text("Delivered", 1450),
                  text("PartNo", 1500),
-                 text("Name", 1200),
-                 text("Desc", 2200),
-                 figure("Price", "Cost (x1) ", 1000),
+                 text("Name", 1000),
+                 text("Desc", 2000),
+                 figure("Price", "Cost (x1) ", 1100),
                  figure("PO Qty", "Ordered ", 900),
                  figure("Received", "Received ", 1000)};
 
