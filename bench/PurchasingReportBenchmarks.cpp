@@ -1,22 +1,10 @@
 // The purchasing reports of the report window, each beside the one statement it runs: the
 // orders and the late deliveries of the last year of the file, and the lines overdue today.
-#include "bench/Benchmarks.h"
+#include "bench/ReportBenchmarks.h"
 
 #include "foundation/Clock.h"
 #include "foundation/DbEngine.h"
 #include "reports/PurchasingReports.h"
-
-namespace {
-void addReport(BenchRegistry& registry, const QString& name, const ReportInput& input,
-               const QString& statement) {
-    registry.add(name,
-                 [input] {
-                     const ReportResult r = RunReport(input);
-                     Consume(r.rows.size());
-                 },
-                 {statement});
-}
-} // namespace
 
 static void AddPurchasingReportBenchmarks(BenchRegistry& registry, const BenchContext& context) {
     // The year ends on the file's last order date, so that it holds a year of orders whatever
@@ -36,24 +24,24 @@ static void AddPurchasingReportBenchmarks(BenchRegistry& registry, const BenchCo
 
     ReportInput orders = year;
     orders.reportType = 5;
-    addReport(registry, QStringLiteral("reports.purchasing.orders.year"), orders,
-              OrdersInPeriodStatement(year.startDate, year.endDate));
+    AddReportBenchmark(registry, QStringLiteral("reports.purchasing.orders.year"), orders,
+                       OrdersInPeriodStatement(year.startDate, year.endDate));
 
     // Today() is the day the benchmark runs; the file's dates run up to the day it was made.
     ReportInput overdue;
     overdue.reportType = 6;
-    addReport(registry, QStringLiteral("reports.purchasing.overdue"), overdue,
-              OverdueLinesStatement(Today()));
+    AddReportBenchmark(registry, QStringLiteral("reports.purchasing.overdue"), overdue,
+                       OverdueLinesStatement(Today()));
 
     ReportInput late = year;
     late.reportType = 7;
-    addReport(registry, QStringLiteral("reports.purchasing.late.year"), late,
-              LateDeliveriesStatement(year.startDate, year.endDate));
+    AddReportBenchmark(registry, QStringLiteral("reports.purchasing.late.year"), late,
+                       LateDeliveriesStatement(year.startDate, year.endDate));
 
     ReportInput bySupplier = year;
     bySupplier.reportType = 8;
-    addReport(registry, QStringLiteral("reports.purchasing.suppliers.year"), bySupplier,
-              LateDeliveriesBySupplierStatement(year.startDate, year.endDate));
+    AddReportBenchmark(registry, QStringLiteral("reports.purchasing.suppliers.year"), bySupplier,
+                       LateDeliveriesBySupplierStatement(year.startDate, year.endDate));
 }
 
 static const BenchSet purchasingReportsSet("reports.purchasing", AddPurchasingReportBenchmarks);

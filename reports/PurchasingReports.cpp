@@ -80,6 +80,49 @@ struct PartFields {
     }
 };
 
+// Walks the lines of reports 6 and 7: each row shows the reference, the supplier's short name,
+// the order date, the delivery date, the date in `receiptDateField` where one is named, the
+// part, the price, the quantity ordered and the quantity in `receivedField`. Returns the total of
+// the rows' values, each the price of what was ordered less the price of that quantity.
+double walkLines(const QString& statement, const ReportInput& input,
+                 const QString& receiptDateField, const QString& receivedField,
+                 QList<QStringList>& rows) {
+    int fRef = -1, fVendor = -1, fQty = -1, fRecd = -1, fPrice = -1;
+    QList<int> fDates;
+    PartFields part;
+    const NumberMask priceMask(kPriceMask), qtyMask(kQtyMask);
+    ShownDates dates;
+    double total = 0;
+    walk(
+        statement, input,
+        [&](const Recordset& rs) {
+            fRef = rs.FieldIndex(QStringLiteral("PONumber"));
+            fVendor = rs.FieldIndex(QStringLiteral("ShortNm"));
+            fDates << rs.FieldIndex(QStringLiteral("PODate"))
+                   << rs.FieldIndex(QStringLiteral("POSchedDate"));
+            if (!receiptDateField.isEmpty())
+                fDates << rs.FieldIndex(receiptDateField);
+            fQty = rs.FieldIndex(QStringLiteral("POQty"));
+            fRecd = rs.FieldIndex(receivedField);
+            fPrice = rs.FieldIndex(QStringLiteral("POPrice"));
+            part.Find(rs);
+        },
+        [&](const Recordset& rs) {
+            const double price = rs.Fields(fPrice).Double();
+            const double qty = rs.Fields(fQty).Double();
+            const double received = rs.Fields(fRecd).Double();
+            total += price * qty - price * received;
+            QStringList cells{rs.Fields(fRef).Text(), rs.Fields(fVendor).Text()};
+            cells.reserve(fDates.size() + 8);
+            for (int f : fDates)
+                cells << dates(rs.Fields(f).Text());
+            part.Append(rs, cells);
+            cells << priceMask.Plain(price) << qtyMask.Plain(qty) << qtyMask.Plain(received);
+            rows << std::move(cells);
+        });
+    return total;
+}
+
 // The joins every report shares: the order, its lines, their items and the supplier.
 const char* const kLinesOfOrders =
     "FROM ((tblPOrders INNER JOIN tblPODetail ON tblPOrders.POID = tblPODetail.POID) INNER JOIN "
@@ -208,36 +251,9 @@ ReportResult OverdueLinesReport(const ReportInput& input) {
                  text("Description", 2300),       figure("Cost", "Cost (x1) ", 1100),
                  figure("Qty", "Ordered ", 900),  figure("Received", "Received ", 1000)};
 
-    int fRef = -1, fDate = -1, fDue = -1, fQty = -1, fRecd = -1, fPrice = -1, fVendor = -1;
-    PartFields part;
-    const NumberMask priceMask(kPriceMask), qtyMask(kQtyMask);
-    ShownDates dates;
-    double total = 0;
-    walk(
-        OverdueLinesStatement(Today()), input,
-        [&](const Recordset& rs) {
-            fRef = rs.FieldIndex(QStringLiteral("PONumber"));
-            fDate = rs.FieldIndex(QStringLiteral("PODate"));
-            fDue = rs.FieldIndex(QStringLiteral("POSchedDate"));
-            fQty = rs.FieldIndex(QStringLiteral("POQty"));
-            fRecd = rs.FieldIndex(QStringLiteral("PORecieved"));
-            fPrice = rs.FieldIndex(QStringLiteral("POPrice"));
-            fVendor = rs.FieldIndex(QStringLiteral("ShortNm"));
-            part.Find(rs);
-        },
-        [&](const Recordset& rs) {
-            const double price = rs.Fields(fPrice).Double();
-            const double qty = rs.Fields(fQty).Double();
-            const double received = rs.Fields(fRecd).Double();
-            // What remains to come: negative for a line received above its order.
-            total += price * qty - price * received;
-            QStringList cells{rs.Fields(fRef).Text(), rs.Fields(fVendor).Text(),
-                              dates(rs.Fields(fDate).Text()), dates(rs.Fields(fDue).Text())};
-            cells.reserve(10);
-            part.Append(rs, cells);
-            cells << priceMask.Plain(price) << qtyMask.Plain(qty) << qtyMask.Plain(received);
-            r.rows << std::move(cells);
-        });
+    // What remains to come: negative for a line received above its order.
+    const double total = walkLines(OverdueLinesStatement(Today()), input, QString(),
+                                   QStringLiteral("PORecieved"), r.rows);
 
     writeSummary(r, QStringLiteral("Number of Item/rows = ") + QString::number(r.rows.size()),
                  QStringLiteral("Total Value/cost of Overdue items = "), total);
@@ -259,39 +275,9 @@ ReportResult LateDeliveriesReport(const ReportInput& input) {
                  figure("PO Qty", "Ordered ", 900),
                  figure("Received", "Received ", 1000)};
 
-    int fRef = -1, fDate = -1, fDue = -1, fDelivered = -1, fQty = -1, fHistQty = -1, fPrice = -1,
-        fVendor = -1;
-    PartFields part;
-    const NumberMask priceMask(kPriceMask), qtyMask(kQtyMask);
-    ShownDates dates;
-    double total = 0;
-    walk(
-        LateDeliveriesStatement(input.startDate, input.endDate), input,
-        [&](const Recordset& rs) {
-            fRef = rs.FieldIndex(QStringLiteral("PONumber"));
-            fDate = rs.FieldIndex(QStringLiteral("PODate"));
-            fDue = rs.FieldIndex(QStringLiteral("POSchedDate"));
-            fDelivered = rs.FieldIndex(QStringLiteral("HistDate"));
-            fQty = rs.FieldIndex(QStringLiteral("POQty"));
-            fHistQty = rs.FieldIndex(QStringLiteral("HistQty"));
-            fPrice = rs.FieldIndex(QStringLiteral("POPrice"));
-            fVendor = rs.FieldIndex(QStringLiteral("ShortNm"));
-            part.Find(rs);
-        },
-        [&](const Recordset& rs) {
-            const double price = rs.Fields(fPrice).Double();
-            const double qty = rs.Fields(fQty).Double();
-            const double received = rs.Fields(fHistQty).Double();
-            // Each receipt is valued against the line's whole order, whatever came before it.
-            total += price * qty - price * received;
-            QStringList cells{rs.Fields(fRef).Text(), rs.Fields(fVendor).Text(),
-                              dates(rs.Fields(fDate).Text()), dates(rs.Fields(fDue).Text()),
-                              dates(rs.Fields(fDelivered).Text())};
-            cells.reserve(11);
-            part.Append(rs, cells);
-            cells << priceMask.Plain(price) << qtyMask.Plain(qty) << qtyMask.Plain(received);
-            r.rows << std::move(cells);
-        });
+    // Each receipt is valued against the line's whole order, whatever came before it.
+    const double total = walkLines(LateDeliveriesStatement(input.startDate, input.endDate), input,
+                                   QStringLiteral("HistDate"), QStringLiteral("HistQty"), r.rows);
 
     writeSummary(r, QStringLiteral("Number of Item/rows = ") + QString::number(r.rows.size()),
                  QStringLiteral("Total Value of Late Deliveries = "), total);

@@ -6,10 +6,12 @@
 #include "reports/PurchasingReports.h"
 #include "reports/Reports.h"
 #include "tests/reports/PurchasingReportFixture.h"
+#include "tests/reports/ReportFixture.h"
 #include "tests/support/TestSupport.h"
 
 #include <QTest>
 
+using namespace reporttest;
 using orderbook::BookIn;
 using orderbook::Line;
 using orderbook::PlaceOrder;
@@ -25,24 +27,6 @@ ReportResult Run(int type, const QDate& start = kStart, const QDate& end = kEnd)
     in.startDate = start;
     in.endDate = end;
     return RunReport(in);
-}
-
-QStringList Column(const ReportResult& r, int column) {
-    QStringList out;
-    for (const QStringList& row : r.rows)
-        out << row.value(column);
-    return out;
-}
-
-QStringList Captions(const ReportResult& r) {
-    QStringList out;
-    for (const ReportColumn& c : r.columns)
-        out << c.key + QLatin1Char('=') + c.caption;
-    return out;
-}
-
-QStringList Summary(const ReportResult& r) {
-    return QStringList(r.summary.text.begin(), r.summary.text.end());
 }
 
 // The row whose column `column` holds `value`; an empty list when none does.

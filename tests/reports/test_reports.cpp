@@ -19,24 +19,6 @@ ReportResult Run(int type, const QDate& start = {}, const QDate& end = {}) {
     return RunReport(in);
 }
 
-QStringList Column(const ReportResult& r, int column) {
-    QStringList out;
-    for (const QStringList& row : r.rows)
-        out << row.value(column);
-    return out;
-}
-
-QStringList Captions(const ReportResult& r) {
-    QStringList out;
-    for (const ReportColumn& c : r.columns)
-        out << c.key + QLatin1Char('=') + c.caption;
-    return out;
-}
-
-QStringList Summary(const ReportResult& r) {
-    return QStringList(r.summary.text.begin(), r.summary.text.end());
-}
-
 // Six part numbers: two suppliers, none, a part number shared by two items, negative stock, and
 // fractions that the masks round.
 void StockForValuation() {
