@@ -123,7 +123,8 @@ double walkLines(const QString& statement, const ReportInput& input,
     return total;
 }
 
-// The joins every report shares: the order, its lines, their items and the supplier.
+// The order, its lines, their items and the supplier (reports 5 and 6); with the receipts of
+// each line between lines and items (reports 7 and 8).
 const char* const kLinesOfOrders =
     "FROM ((tblPOrders INNER JOIN tblPODetail ON tblPOrders.POID = tblPODetail.POID) INNER JOIN "
     "tblStockItems ON tblPODetail.POStockID = tblStockItems.ItemID) INNER JOIN tblSupAddresses "
