@@ -1,6 +1,5 @@
 // The purchasing reports in the report window: the overdue lines at once on opening, the late
-// deliveries of a picked period with their note, printed and exported, and the summary per
-// supplier.
+// deliveries of a picked period with their note, printed and exported.
 #include "foundation/Clock.h"
 #include "foundation/Globals.h"
 #include "foundation/Printer.h"
@@ -155,30 +154,6 @@ private slots:
         for (const char* text :
              {"Scheduled", "Delivered", "06/03/2024", "08/03/2024", "02/03/2024", "2000.0"})
             QVERIFY2(printed.contains(QLatin1String(text)), text);
-    }
-
-    void lateDeliveriesPerSupplier() {
-        TestData data;
-        ScriptedBoxes boxes;
-        LateOrders(boxes);
-        SetToday(QDate(2024, 4, 15));
-        gReportType = 8;
-        frmShowReport w;
-        w.show();
-        PickMarch(w);
-        QTest::mouseClick(w.Command1, Qt::LeftButton);
-        QTRY_COMPARE(w.gdxUBView->ItemCount(), 2);
-        QCOMPARE(w.gdxUBView->Columns()("How Often").Caption(), QStringLiteral("How Often "));
-        QCOMPARE(GridRow(*w.gdxUBView, 1), QStringList({"Acme Components", "125.00", "2"}));
-        QCOMPARE(GridRow(*w.gdxUBView, 2), QStringList({"Bolt Supplies", "1,000,000.00", "1"}));
-        QCOMPARE(w.Text2->text(), QStringLiteral("Total Value of Late Deliveries = "));
-        QCOMPARE(w.Text3->text(), QStringLiteral("1,000,125.00"));
-
-        // The end on the first delivery's day leaves it out.
-        SelectText(w.cboEndDay, QStringLiteral("06"));
-        QTest::mouseClick(w.Command1, Qt::LeftButton);
-        QTRY_COMPARE(w.gdxUBView->ItemCount(), 1);
-        QCOMPARE(GridRow(*w.gdxUBView, 1), QStringList({"Bolt Supplies", "1,000,000.00", "1"}));
     }
 };
 
