@@ -1,12 +1,11 @@
 // The stock reports of the report window, each beside the one statement it runs.
-#include "bench/Benchmarks.h"
+#include "bench/ReportBenchmarks.h"
 
 #include "foundation/DbEngine.h"
 #include "reports/InventoryReports.h"
 
-namespace {
-void addReport(BenchRegistry& registry, const QString& name, const ReportInput& input,
-               const QString& statement) {
+void AddReportBenchmark(BenchRegistry& registry, const QString& name, const ReportInput& input,
+                        const QString& statement) {
     registry.add(name,
                  [input] {
                      const ReportResult r = RunReport(input);
@@ -14,7 +13,6 @@ void addReport(BenchRegistry& registry, const QString& name, const ReportInput& 
                  },
                  {statement});
 }
-} // namespace
 
 static void AddReportBenchmarks(BenchRegistry& registry, const BenchContext& context) {
     // The idle stock periods end on the last history date of the file.
@@ -31,28 +29,28 @@ static void AddReportBenchmarks(BenchRegistry& registry, const BenchContext& con
     month.reportType = 4;
     month.startDate = last.addMonths(-1);
     month.endDate = last;
-    addReport(registry, QStringLiteral("reports.idle.month"), month,
-              IdleStockStatement(month.startDate, month.endDate));
+    AddReportBenchmark(registry, QStringLiteral("reports.idle.month"), month,
+                       IdleStockStatement(month.startDate, month.endDate));
 
     ReportInput year = month;
     year.startDate = last.addYears(-1);
-    addReport(registry, QStringLiteral("reports.idle.year"), year,
-              IdleStockStatement(year.startDate, year.endDate));
+    AddReportBenchmark(registry, QStringLiteral("reports.idle.year"), year,
+                       IdleStockStatement(year.startDate, year.endDate));
 
     ReportInput byPart;
     byPart.reportType = 11;
-    addReport(registry, QStringLiteral("reports.valuation.partno"), byPart,
-              InventoryValuationStatement());
+    AddReportBenchmark(registry, QStringLiteral("reports.valuation.partno"), byPart,
+                       InventoryValuationStatement());
 
     ReportInput byCategory;
     byCategory.reportType = 12;
-    addReport(registry, QStringLiteral("reports.valuation.category"), byCategory,
-              InventoryValuationStatement());
+    AddReportBenchmark(registry, QStringLiteral("reports.valuation.category"), byCategory,
+                       InventoryValuationStatement());
 
     ReportInput perCategory;
     perCategory.reportType = 13;
-    addReport(registry, QStringLiteral("reports.category.values"), perCategory,
-              CategoryValueStatement());
+    AddReportBenchmark(registry, QStringLiteral("reports.category.values"), perCategory,
+                       CategoryValueStatement());
 }
 
 static const BenchSet reportsSet("reports", AddReportBenchmarks);

@@ -1,6 +1,7 @@
 #include "reports/Reports.h"
 
 #include "reports/InventoryReports.h"
+#include "reports/PurchasingReports.h"
 
 bool gReportBusy = false;
 bool gDateFixing = false;
@@ -64,6 +65,14 @@ ReportResult RunReport(const ReportInput& input) {
     switch (input.reportType) {
     case 4:
         return IdleStockReport(input);
+    case 5:
+        return OrdersInPeriodReport(input);
+    case 6:
+        return OverdueLinesReport(input);
+    case 7:
+        return LateDeliveriesReport(input);
+    case 8:
+        return LateDeliveriesBySupplierReport(input);
     case 11:
         return InventoryValuationReport(input, false);
     case 12:

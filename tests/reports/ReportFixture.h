@@ -1,8 +1,10 @@
-// Stock rows for the report tests, written straight into the business file.
+// Stock rows for the report tests, written straight into the business file, and what the tests
+// read back from a report.
 #pragma once
 
 #include "foundation/DbEngine.h"
 #include "foundation/Globals.h"
+#include "reports/Reports.h"
 
 #include <QString>
 #include <QVariant>
@@ -30,6 +32,27 @@ inline void History(int itemID, const QString& isoDate, const QString& type = "A
     db.Execute(QStringLiteral("INSERT INTO tblItemHistory (StockID, HistDate, HistType, HistQty) "
                               "VALUES (?, ?, ?, 1)"),
                {itemID, isoDate, type});
+}
+
+// One column of every row.
+inline QStringList Column(const ReportResult& r, int column) {
+    QStringList out;
+    for (const QStringList& row : r.rows)
+        out << row.value(column);
+    return out;
+}
+
+// Each column as "key=caption".
+inline QStringList Captions(const ReportResult& r) {
+    QStringList out;
+    for (const ReportColumn& c : r.columns)
+        out << c.key + QLatin1Char('=') + c.caption;
+    return out;
+}
+
+// Text1 to Text5.
+inline QStringList Summary(const ReportResult& r) {
+    return QStringList(r.summary.text.begin(), r.summary.text.end());
 }
 
 } // namespace reporttest

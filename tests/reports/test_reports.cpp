@@ -19,24 +19,6 @@ ReportResult Run(int type, const QDate& start = {}, const QDate& end = {}) {
     return RunReport(in);
 }
 
-QStringList Column(const ReportResult& r, int column) {
-    QStringList out;
-    for (const QStringList& row : r.rows)
-        out << row.value(column);
-    return out;
-}
-
-QStringList Captions(const ReportResult& r) {
-    QStringList out;
-    for (const ReportColumn& c : r.columns)
-        out << c.key + QLatin1Char('=') + c.caption;
-    return out;
-}
-
-QStringList Summary(const ReportResult& r) {
-    return QStringList(r.summary.text.begin(), r.summary.text.end());
-}
-
 // Six part numbers: two suppliers, none, a part number shared by two items, negative stock, and
 // fractions that the masks round.
 void StockForValuation() {
@@ -229,7 +211,7 @@ private slots:
         History(1, "2024-01-10");
 
         // Types without a report of their own read nothing.
-        for (int type : {0, 1, 2, 3, 5, 6, 7, 8, 9, 10, 14})
+        for (int type : {0, 1, 2, 3, 9, 10, 14})
             QVERIFY2(!Run(type, QDate(2024, 1, 1), QDate(2024, 2, 1)).ran,
                      qPrintable(QString::number(type)));
 
