@@ -402,20 +402,20 @@ private slots:
         CustOrderSheet sheet = Sheet();
         sheet.rows.clear();
         for (int i = 1; i <= 25; ++i)
-            sheet.rows << Row(QStringLiteral("Part %1").arg(i), QStringLiteral("P-%1").arg(i),
+            sheet.rows << Row(QStringLiteral("Item %1").arg(i), QStringLiteral("P-%1").arg(i),
                               "1.00", "1", "1", "1.00", "");
         PrintOne(QStringLiteral("Invoice"), sheet, boxes);
         QCOMPARE(printer->Documents(), 1);
         QCOMPARE(printer->Calls(PrintCall::NewPage).size(), 2);
-        QCOMPARE(Find(*printer, QStringLiteral("Part 11")).page, 1);
-        QCOMPARE(Find(*printer, QStringLiteral("Part 12")).page, 2);
-        QCOMPARE(Find(*printer, QStringLiteral("Part 25")).page, 2);
+        QCOMPARE(Find(*printer, QStringLiteral("Item 11")).page, 1);
+        QCOMPARE(Find(*printer, QStringLiteral("Item 12")).page, 2);
+        QCOMPARE(Find(*printer, QStringLiteral("Item 25")).page, 2);
 
         const PrintCall end1 =
             Find(*printer, QStringLiteral("End of Page# 1  - See Continuation Sheet"));
         QCOMPARE(end1.page, 1);
         QCOMPARE(end1.x, kText);
-        QCOMPARE(end1.y, Find(*printer, QStringLiteral("Part 11")).y + 3 * kLine);
+        QCOMPARE(end1.y, Find(*printer, QStringLiteral("Item 11")).y + 3 * kLine);
         QCOMPARE(Find(*printer, QStringLiteral("End of Page# 2  - See Continuation Sheet")).page,
                  2);
         for (int page : {2, 3}) {
@@ -433,7 +433,7 @@ private slots:
             QCOMPARE(desc.page, page);
             QCOMPARE(desc.y, kH / 10 + kLine + kHalf);
         }
-        QCOMPARE(Find(*printer, QStringLiteral("Part 12")).y,
+        QCOMPARE(Find(*printer, QStringLiteral("Item 12")).y,
                  kH / 10 + kLine + kHalf + 6 * kLine + kHalf);
         // No header on a continuation sheet; the foot once, on the last.
         QCOMPARE(Count(*printer, QStringLiteral("Invoice To:")), 1);
@@ -664,19 +664,19 @@ private slots:
         CustOrderSheet sheet = Sheet();
         sheet.rows.clear();
         for (int i = 1; i <= 12; ++i)
-            sheet.rows << Row(QStringLiteral("Part %1").arg(i), "P", "1", "1", "1", "1", "");
+            sheet.rows << Row(QStringLiteral("Item %1").arg(i), "P", "1", "1", "1", "1", "");
         auto shaky = std::make_shared<FailingPrinter>(
             QStringList{QStringLiteral("Continuation Sheet "), QStringLiteral("Page# 2")});
         SetPrinters({shaky});
         SetCurrentPrinter(shaky);
         PrintOne(QStringLiteral("Invoice"), sheet, boxes);
         QCOMPARE(shaky->Documents(), 1);
-        QCOMPARE(Find(*shaky, QStringLiteral("Part 12")).page, 2);
+        QCOMPARE(Find(*shaky, QStringLiteral("Item 12")).page, 2);
         QCOMPARE(Find(*shaky, QStringLiteral("Description"), 2).page, 2);
         QCOMPARE(Count(*shaky, QStringLiteral("Notes")), 1);
 
         // Any other failure reaches the caller, with the printer's settings given back.
-        auto broken = std::make_shared<FailingPrinter>(QStringList{QStringLiteral("Part 3")});
+        auto broken = std::make_shared<FailingPrinter>(QStringList{QStringLiteral("Item 3")});
         SetPrinters({broken});
         SetCurrentPrinter(broken);
         broken->SetFontSize(9);
