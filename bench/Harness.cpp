@@ -118,8 +118,10 @@ QList<BenchResult> RunBenchmarks(const BenchRegistry& registry, const QString& d
                 proc << timeMs(b.procedure);
                 bare << timeMs(runBare);
             }
-            // A benchmark with no statements of its own has no bare side and no ratio.
-            BenchResult r{b.name, Median(proc), b.bareActions.isEmpty() ? 0.0 : Median(bare)};
+            // A benchmark with no statements of its own and no plain counterpart has no bare
+            // side and no ratio.
+            BenchResult r{b.name, Median(proc),
+                          b.bareActions.isEmpty() && !b.bare ? 0.0 : Median(bare)};
             out << r.name << '\t' << QString::number(r.procedureMs, 'f', 2) << '\t'
                 << QString::number(r.bareMs, 'f', 2) << '\t' << QString::number(r.ratio(), 'f', 2)
                 << '\n';

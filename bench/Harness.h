@@ -48,10 +48,11 @@ public:
                    const QStringList& bareSql) {
         mBenchmarks.append({name, std::move(procedure), {bareSql}, true});
     }
-    // A procedure beside a plain counterpart of its own.
-    void addPlain(const QString& name, std::function<void()> procedure,
-                  std::function<void()> bare) {
-        mBenchmarks.append({name, std::move(procedure), {}, false, std::move(bare)});
+    // A procedure beside a plain counterpart of its own; `windows` when it needs the window
+    // system (fonts for a printed page, say).
+    void addPlain(const QString& name, std::function<void()> procedure, std::function<void()> bare,
+                  bool windows = false) {
+        mBenchmarks.append({name, std::move(procedure), {}, windows, std::move(bare)});
     }
     const QList<Benchmark>& benchmarks() const { return mBenchmarks; }
     // Whether a benchmark that `filter` selects needs windows.

@@ -36,6 +36,16 @@ QStringList DocumentCompanyBlock() {
     return lines;
 }
 
+void PrintAt(Printer& printer, double x, const QString& text) {
+    printer.SetCurrentX(x);
+    printer.PrintSameLine(text);
+}
+
+void PrintLineAt(Printer& printer, double x, const QString& text) {
+    printer.SetCurrentX(x);
+    printer.Print(text);
+}
+
 Picture LoadSharedLogo() {
     const QString path = ReadSharedLogoPath();
     if (path.isEmpty())

@@ -24,6 +24,11 @@ void ShowNoPrinterMessage();
 // empty.
 QStringList DocumentCompanyBlock();
 
+// Text starting at x on the current line; the line goes on (CurrentX moves past it).
+void PrintAt(Printer& printer, double x, const QString& text);
+// Text starting at x, ending the line (CurrentX back to 0, CurrentY one line down).
+void PrintLineAt(Printer& printer, double x, const QString& text);
+
 // The logo every workstation shares, loaded; invalid when no logo is set or the file can't be read
 // as a picture (a document then goes without it, saying nothing).
 Picture LoadSharedLogo();

@@ -54,15 +54,9 @@ class Sheet {
 public:
     Sheet(Printer& p, const Marks& m) : p(p), m(m) {}
     // Text at x on the current line; the line goes on.
-    void At(double x, const QString& text) {
-        p.SetCurrentX(x);
-        p.PrintSameLine(text);
-    }
+    void At(double x, const QString& text) { PrintAt(p, x, text); }
     // Text at x, ending the line.
-    void Line(double x, const QString& text) {
-        p.SetCurrentX(x);
-        p.Print(text);
-    }
+    void Line(double x, const QString& text) { PrintLineAt(p, x, text); }
     void EndLine() { p.Print(); }
     // A rule from ColItem to RuleEnd under the current line, and a gap under it.
     void Rule() {

@@ -5,17 +5,21 @@
 #include "foundation/Globals.h"
 #include "foundation/Helpers.h"
 #include "foundation/MsgBox.h"
+#include "foundation/Startup.h"
 #include "foundation/TextBoxRules.h"
 #include "grids/GridEX.h"
+#include "inventory/FormMain.h"
 #include "sales/CustOrderSave.h"
 #include "sales/Invoicing.h"
 #include "sales/OrderGrid.h"
 #include "sales/SalesDefaults.h"
+#include "sales/SalesDocuments.h"
 #include "sales/frmBParts.h"
 #include "sales/frmEditDelCharges.h"
 #include "sales/frmPrinter.h"
 #include "sales/frmSalesTax.h"
 
+#include <QApplication>
 #include <QCheckBox>
 #include <QComboBox>
 #include <QEvent>
@@ -64,6 +68,24 @@ QPushButton* makeHelpButton(QWidget* parent, const char* name) {
 void setText(QLineEdit* box, const QString& text) {
     if (box->text() != text)
         box->setText(text);
+}
+
+// The company block of the sales documents as the main window loaded it: the name and the six
+// address lines, without telephone and fax. Without a main window, what it would have loaded.
+QStringList salesCompanyBlock() {
+    for (QWidget* w : QApplication::topLevelWidgets()) {
+        if (const auto* main = qobject_cast<const FormMain*>(w)) {
+            QStringList lines{main->txtCoName->text()};
+            for (int i = 0; i < 6; ++i)
+                lines << main->txtCoAddress.at(i)->text();
+            return lines;
+        }
+    }
+    const HomeDetails home = LoadHomeDetails();
+    QStringList lines{home.coName};
+    for (int i = 0; i < 6; ++i)
+        lines << home.addressLines.value(i);
+    return lines;
 }
 } // namespace
 
@@ -417,6 +439,8 @@ void frmCustOrder::BindBoxes() {
             [this](const QString& kind) { PrintSalesDocument(kind); });
     connect(frmPrinter, &frmPrinter::PickHelpRequested, this,
             [this] { ShowCustOrderHelp(QStringLiteral("btnPickHelp"), mSheet.mode); });
+    connect(frmPrinter, &frmPrinter::PrinterChosen, this,
+            [this](const QString& name) { mSelectedPrinter = name; });
 }
 
 // ---------------------------------------------------------------------------------------------
@@ -631,10 +655,16 @@ void frmCustOrder::HideActionButtons() {
 }
 
 void frmCustOrder::ShowPrinterPanel() {
+    frmPrinter->ListPrinters();
     ShowPanel(frmPrinter);
 }
 
-void frmCustOrder::PrintSalesDocument(const QString&) {}
+void frmCustOrder::PrintSalesDocument(const QString& kind) {
+    const SalesDocumentResult printed =
+        ::PrintSalesDocument(kind, mSheet, {salesCompanyBlock(), mSelectedPrinter});
+    if (printed.copies > 0)
+        frmPrinter->ShowLogo(printed.logoPath);
+}
 
 // ---------------------------------------------------------------------------------------------
 // Help frame and panels

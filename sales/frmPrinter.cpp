@@ -1,8 +1,11 @@
 #include "sales/frmPrinter.h"
 
+#include "foundation/DocumentParts.h"
+
 #include <QComboBox>
 #include <QGridLayout>
 #include <QLabel>
+#include <QPixmap>
 #include <QPushButton>
 
 frmPrinter::frmPrinter(QWidget* parent) : QGroupBox(parent) {
@@ -39,6 +42,10 @@ frmPrinter::frmPrinter(QWidget* parent) : QGroupBox(parent) {
     lay->addWidget(btnPickHelp, 4, 2);
     lay->addWidget(btnPrintPList, 5, 0);
     lay->addWidget(cmdCancelPrint, 5, 1, 1, 3);
+    // Holds the picture while a document paints it; never shown.
+    logo = new QLabel(this);
+    logo->setObjectName(QStringLiteral("logo"));
+    logo->hide();
 
     const struct {
         QPushButton* button;
@@ -53,7 +60,33 @@ frmPrinter::frmPrinter(QWidget* parent) : QGroupBox(parent) {
     }
     connect(btnPickHelp, &QPushButton::clicked, this, [this] { emit PickHelpRequested(); });
     connect(cmdCancelPrint, &QPushButton::clicked, this, [this] { hide(); });
+    connect(cboSelectPrinter, &QComboBox::currentIndexChanged, this, [this](int index) {
+        if (!mFilling && index >= 0)
+            emit PrinterChosen(cboSelectPrinter->currentText().trimmed());
+    });
     hide();
+}
+
+bool frmPrinter::ListPrinters() {
+    mFilling = true;
+    cboSelectPrinter->clear();
+    const PrinterOffer offer = OfferPrinters();
+    cboSelectPrinter->addItems(offer.names);
+    cboSelectPrinter->setCurrentIndex(-1);
+    mFilling = false;
+    const bool any = offer.selected >= 0;
+    for (QPushButton* b : {btnPrintOrder, btnPrintInvoice, btnPrintDelNote, btnPrintPickList})
+        b->setEnabled(any);
+    if (!any) {
+        ShowNoPrinterMessage();
+        return false;
+    }
+    cboSelectPrinter->setCurrentIndex(offer.selected);
+    return true;
+}
+
+void frmPrinter::ShowLogo(const QString& path) {
+    logo->setPixmap(path.isEmpty() ? QPixmap() : QPixmap(path));
 }
 
 void frmPrinter::ShowDocumentButtons(Documents documents) {

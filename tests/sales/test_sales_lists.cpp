@@ -1,4 +1,5 @@
 #include "foundation/Globals.h"
+#include "foundation/Printer.h"
 #include "grids/GridEX.h"
 #include "inventory/FormMain.h"
 #include "sales/CustOrderListPanel.h"
@@ -185,6 +186,7 @@ private slots:
         TestData data;
         ScriptedBoxes boxes;
         listData();
+        UseRecordingPrinter(); // the printing panel lists it
         gCustOrderMode = 1;
         frmCustOrder w;
         w.show();

@@ -1,0 +1,3 @@
+target_sources(quillstock_core PRIVATE
+    ${CMAKE_CURRENT_LIST_DIR}/SalesDocuments.cpp
+)
