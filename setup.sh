@@ -10,8 +10,9 @@ build="${QS_BUILD_DIR:-$here/build}"
 mode="${1:-build}"
 [ $# -gt 0 ] && shift
 
+# fonts-liberation2: the documents name Arial and Times New Roman; these fonts have their metrics.
 packages=(build-essential cmake pkg-config qt6-base-dev qt6-base-dev-tools libsqlite3-dev
-          libgl-dev xvfb xauth poppler-utils)
+          libgl-dev xvfb xauth poppler-utils fonts-liberation2)
 missing=()
 for p in "${packages[@]}"; do
     dpkg-query -W -f='${Status}' "$p" 2>/dev/null | grep -q "install ok installed" || missing+=("$p")

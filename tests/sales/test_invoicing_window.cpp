@@ -1,4 +1,5 @@
 #include "foundation/Globals.h"
+#include "foundation/Printer.h"
 #include "grids/GridEX.h"
 #include "sales/frmBParts.h"
 #include "sales/frmCustOrder.h"
@@ -68,7 +69,10 @@ QString stockOf(int item) {
 class TestInvoicingWindow : public QObject {
     Q_OBJECT
 private slots:
-    void init() { UseTestLocale(); }
+    void init() {
+        UseTestLocale();
+        UseRecordingPrinter(); // the printing panel lists it after an invoice
+    }
 
     void invoiceASavedOrderThenChangeIt() {
         TestData data;
