@@ -18,6 +18,7 @@
 #include "inventory/frmUsedIn.h"
 #include "maintenance/frmDBUtils.h"
 #include "purchasing/basket.h"
+#include "purchasing/frmGoodsIn.h"
 #include "reports/frmReporterMenu.h"
 #include "sales/CustOrderListPanel.h"
 #include "sales/frmCustOrder.h"
@@ -969,7 +970,9 @@ void FormMain::OpenBasket() {
     basket::Open(this);
 }
 void FormMain::OpenORViewer() {}
-void FormMain::OpenGoodsIn() {}
+void FormMain::OpenGoodsIn() {
+    frmGoodsIn::Open(this);
+}
 void FormMain::OpenNewContact() {
     frmContacts->NewContact(this);
 }
