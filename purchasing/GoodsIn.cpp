@@ -23,12 +23,29 @@ QString Text(const UBArray& a, int column, int row) {
 // A date of the list as day/month/year: "00", "00" and the plain year joined by "/"; anything
 // that is not a date as it stands.
 QString DayMonthYear(const QVariant& value) {
-    const QString text = value.toString();
-    const QDate d = ParseDateText(text);
+    const QDate d =
+        value.typeId() == QMetaType::QDate ? value.toDate() : ParseDateText(value.toString());
     if (!d.isValid())
-        return text;
-    return Format(d.day(), QStringLiteral("00")) + QLatin1Char('/') +
-           Format(d.month(), QStringLiteral("00")) + QLatin1Char('/') + QString::number(d.year());
+        return value.toString();
+    return QStringLiteral("%1/%2/%3")
+        .arg(d.day(), 2, 10, QLatin1Char('0'))
+        .arg(d.month(), 2, 10, QLatin1Char('0'))
+        .arg(d.year());
+}
+
+// A stored date as ShowDate shows it, kept as the date itself so that the list need not read it
+// back from text: a date from 2001 to 2039, else empty.
+QVariant ShownDate(const Field& f) {
+    const QDate d = ParseDateText(f.Text());
+    if (!d.isValid() || d.year() <= 2000 || d.year() >= 2040)
+        return QString();
+    return d;
+}
+
+// Appends an empty row to a working array and returns its number.
+int AddRow(GoodsInArray& a) {
+    a.rows.SetRows(++a.rowCount);
+    return a.rowCount;
 }
 
 } // namespace
@@ -44,31 +61,26 @@ GoodsInArray LoadOutstandingOrders() {
         QStringLiteral(" LEFT JOIN tblSupAddresses ON tblPOrders.POSupID=tblSupAddresses.AddID)") +
         QStringLiteral(" WHERE tblPODetail.POQty <> tblPODetail.PORecieved") +
         QStringLiteral(" ORDER BY tblSupAddresses.CoName, tblPOrders.POID"));
-    QList<QVector<QVariant>> found;
+    GoodsInArray out;
+    out.rows.Redim(OListCol::Count, 0);
     while (!rs.Eof()) {
-        QVector<QVariant> row(OListCol::Count);
-        row[OListCol::POID - 1] = rs.Fields(0).Long();
-        row[OListCol::GRNNo - 1] = QString();
-        row[OListCol::GRNDate - 1] = QString();
-        row[OListCol::PONo - 1] = rs.Fields(1).Text();
-        row[OListCol::PODate - 1] = ShowDate(rs.Fields(3).Value());
-        row[OListCol::SupName - 1] = rs.Fields(2).Text();
-        row[OListCol::Loc - 1] = QString();
-        row[OListCol::NSSup - 1] = QString();
+        const int r = AddRow(out);
+        UBArray& row = out.rows;
+        row(OListCol::POID, r) = rs.Fields(0).Long();
+        row(OListCol::GRNNo, r) = QString();
+        row(OListCol::GRNDate, r) = QString();
+        row(OListCol::PONo, r) = rs.Fields(1).Text();
+        row(OListCol::PODate, r) = ShownDate(rs.Fields(3));
+        row(OListCol::SupName, r) = rs.Fields(2).Text();
+        row(OListCol::Loc, r) = QString();
+        row(OListCol::NSSup, r) = QString();
         // The "no supplier" rule reads a column that was set empty just above, so its text never
         // shows; the rule stays as it always was.
-        if (!row[OListCol::SupName - 1].toString().isEmpty() &&
-            !row[OListCol::NSSup - 1].toString().isEmpty())
-            row[OListCol::NSSup - 1] = QStringLiteral("Includes NonStockItems");
-        found.append(std::move(row));
+        if (!row(OListCol::SupName, r).toString().isEmpty() &&
+            !row(OListCol::NSSup, r).toString().isEmpty())
+            row(OListCol::NSSup, r) = QStringLiteral("Includes NonStockItems");
         rs.MoveNext();
     }
-    GoodsInArray out;
-    out.rowCount = int(found.size());
-    out.rows.Redim(OListCol::Count, out.rowCount);
-    for (int r = 1; r <= out.rowCount; ++r)
-        for (int c = 1; c <= OListCol::Count; ++c)
-            out.rows(c, r) = std::move(found[r - 1][c - 1]);
     return out;
 }
 
@@ -82,13 +94,13 @@ OrderListShown ShowOrderList(const GoodsInArray& orderList) {
     shown.list.rowCount = int(kept.size());
     shown.list.rows.Redim(OListCol::Count, shown.list.rowCount);
     UBArray& to = shown.list.rows;
-    const NumberMask poidMask(QStringLiteral("0000"));
     for (int i = 0; i < kept.size(); ++i) {
         const int r = kept.at(i);
         for (int c = 1; c <= OListCol::Count; ++c) {
             const QVariant v = from(c, r);
             if (c == OListCol::POID)
-                to(c, i + 1) = poidMask.Plain(Val(v.toString()));
+                to(c, i + 1) =
+                    QStringLiteral("%1").arg(qint64(Val(v.toString())), 4, 10, QLatin1Char('0'));
             else if (c == OListCol::GRNDate || c == OListCol::PODate)
                 to(c, i + 1) = DayMonthYear(v);
             else
@@ -115,34 +127,29 @@ GoodsInArray LoadOrderRows(qint32 poid, bool showCompleted) {
     Recordset rs = db.OpenRecordset(sql);
     const NumberMask qty(kQtyMask);
     const NumberMask price(QStringLiteral("0.00###"));
-    QList<QVector<QVariant>> found;
+    GoodsInArray out;
+    out.rows.Redim(GinCol::Count, 0);
     while (!rs.Eof()) {
         const double ordered = ParseLocaleNumber(rs.Fields(QStringLiteral("POQty")).Value());
         const double received = ParseLocaleNumber(rs.Fields(QStringLiteral("PORecieved")).Value());
-        QVector<QVariant> row(GinCol::Count);
-        row[GinCol::RowID - 1] = rs.Fields(QStringLiteral("RowID")).Text();
-        row[GinCol::PNo - 1] = rs.Fields(QStringLiteral("MasterPNo")).Text();
-        row[GinCol::PName - 1] = rs.Fields(QStringLiteral("ItemName")).Text();
-        row[GinCol::Desc - 1] = rs.Fields(QStringLiteral("ItemDescription")).Text();
-        row[GinCol::SupPNo - 1] = rs.Fields(QStringLiteral("POSupPNo")).Text();
-        row[GinCol::DelDate - 1] = ShowDate(rs.Fields(QStringLiteral("POSchedDate")).Value());
-        row[GinCol::AtPrice - 1] =
+        const int r = AddRow(out);
+        UBArray& row = out.rows;
+        row(GinCol::RowID, r) = rs.Fields(QStringLiteral("RowID")).Text();
+        row(GinCol::PNo, r) = rs.Fields(QStringLiteral("MasterPNo")).Text();
+        row(GinCol::PName, r) = rs.Fields(QStringLiteral("ItemName")).Text();
+        row(GinCol::Desc, r) = rs.Fields(QStringLiteral("ItemDescription")).Text();
+        row(GinCol::SupPNo, r) = rs.Fields(QStringLiteral("POSupPNo")).Text();
+        row(GinCol::DelDate, r) = ShowDate(rs.Fields(QStringLiteral("POSchedDate")).Value());
+        row(GinCol::AtPrice, r) =
             price.Plain(ParseLocaleNumber(rs.Fields(QStringLiteral("POPrice")).Value()));
-        row[GinCol::OQty - 1] = qty.Screen(ordered);
-        row[GinCol::PQty - 1] = qty.Screen(ordered - received);
-        row[GinCol::AdvQty - 1] = QString();
-        row[GinCol::RXd - 1] = QString();
-        row[GinCol::StockID - 1] = rs.Fields(QStringLiteral("POStockID")).Text();
-        row[GinCol::NConf - 1] = QString();
-        found.append(std::move(row));
+        row(GinCol::OQty, r) = qty.Screen(ordered);
+        row(GinCol::PQty, r) = qty.Screen(ordered - received);
+        row(GinCol::AdvQty, r) = QString();
+        row(GinCol::RXd, r) = QString();
+        row(GinCol::StockID, r) = rs.Fields(QStringLiteral("POStockID")).Text();
+        row(GinCol::NConf, r) = QString();
         rs.MoveNext();
     }
-    GoodsInArray out;
-    out.rowCount = int(found.size());
-    out.rows.Redim(GinCol::Count, out.rowCount);
-    for (int r = 1; r <= out.rowCount; ++r)
-        for (int c = 1; c <= GinCol::Count; ++c)
-            out.rows(c, r) = std::move(found[r - 1][c - 1]);
     return out;
 }
 

@@ -14,7 +14,7 @@ enum : int {
     GRNNo,   // never filled by the list
     GRNDate, // never filled by the list
     PONo,
-    PODate, // ShowDate
+    PODate, // the date, where ShowDate shows one; else empty
     SupName,
     Loc,   // never filled
     NSSup, // never filled: see LoadOutstandingOrders
