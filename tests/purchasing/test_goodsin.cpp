@@ -169,19 +169,12 @@ private slots:
         const Orders o = Standard();
         GoodsInArray rows = LoadOrderRows(3, false);
         QCOMPARE(rows.rowCount, 1);
-        const UBArray& r = rows.rows;
-        QCOMPARE(r(GinCol::RowID, 1).toString(), QString::number(o.open3));
-        QCOMPARE(r(GinCol::PNo, 1).toString(), QStringLiteral("RES-10K"));
-        QCOMPARE(r(GinCol::PName, 1).toString(), QStringLiteral("Value 10"));
-        QCOMPARE(r(GinCol::Desc, 1).toString(), QStringLiteral("Resistor 10k"));
-        QCOMPARE(r(GinCol::SupPNo, 1).toString(), QStringLiteral("S-10"));
-        QCOMPARE(r(GinCol::DelDate, 1).toString(), QStringLiteral("01/12/2026"));
-        QCOMPARE(r(GinCol::AtPrice, 1).toString(), QStringLiteral("2.50"));
-        QCOMPARE(r(GinCol::OQty, 1).toString(), QStringLiteral("10"));
-        QCOMPARE(r(GinCol::PQty, 1).toString(), QStringLiteral("10"));
-        QCOMPARE(r(GinCol::StockID, 1).toString(), QStringLiteral("10"));
-        for (int c : {int(GinCol::AdvQty), int(GinCol::RXd), int(GinCol::NConf)})
-            QVERIFY(r(c, 1).toString().isEmpty());
+        QStringList first;
+        for (int c = 1; c <= GinCol::Count; ++c)
+            first << std::as_const(rows.rows)(c, 1).toString();
+        QCOMPARE(first,
+                 QStringList({QString::number(o.open3), "RES-10K", "Value 10", "Resistor 10k",
+                              "S-10", "01/12/2026", "2.50", "10", "10", "", "", "10", ""}));
 
         // Completed rows too, in RowID order; the no-date value shows blank.
         rows = LoadOrderRows(3, true);
@@ -208,13 +201,6 @@ private slots:
         QVERIFY(!CommitGoodsInRow(rows, 2, edit));
         QCOMPARE(std::as_const(rows.rows)(GinCol::RXd, 2).toString(), QStringLiteral("-1.5"));
         QCOMPARE(std::as_const(rows.rows)(GinCol::PNo, 2).toString(), QStringLiteral("CAP-1U"));
-
-        // The "Received" keys: digits, the decimal sign and one minus sign.
-        QCOMPARE(ReceivedQtyKey(QString(), '-'), int('-'));
-        QCOMPARE(ReceivedQtyKey(QStringLiteral("-2"), '-'), 0);
-        QCOMPARE(ReceivedQtyKey(QStringLiteral("2"), '.'), int('.'));
-        QCOMPARE(ReceivedQtyKey(QStringLiteral("2"), 'a'), 0);
-        QCOMPARE(ReceivedQtyKey(QStringLiteral("2"), 8), 8);
     }
 
     void bookingPartOfARow() {
@@ -448,10 +434,9 @@ private slots:
         QCOMPARE(SqlFirst("SELECT count(*) FROM tblItemHistory"), QStringLiteral("4"));
 
         // Another workstation's lock outlasting the wait: nothing written, the step before the
-        // rows. A failed commit: the number of the last row and the step after the rows.
+        // rows.
         rows = LoadOrderRows(8, false);
-        for (int r = 1; r <= 4; ++r)
-            Type(rows, r, QStringLiteral("1"));
+        Type(rows, 1, QStringLiteral("1"));
         const QStringList booked = gin::DumpAll();
         in = Input(rows);
         Database::FailNextStatementContaining(QStringLiteral("BEGIN IMMEDIATE"), DbErr::Locked);
@@ -460,14 +445,7 @@ private slots:
         boxes.answer(vbOK);
         QCOMPARE(BookIn(in), int(kBookInNothingDone));
         QVERIFY(boxes.prompts().at(0).contains(QStringLiteral("DQ-Gi-5\n")));
-        Database::FailNextStatementContaining(QStringLiteral("COMMIT"));
-        boxes.clear();
-        boxes.answer(vbOK);
-        boxes.answer(vbOK);
-        QCOMPARE(BookIn(in), int(kBookInNothingDone));
-        QVERIFY(boxes.prompts().at(0).contains(QStringLiteral("DQ-Gi-4006\n")));
         QCOMPARE(gin::DumpAll(), booked);
-        QCOMPARE(gin::Column(rows, GinCol::NConf), QStringList(4, QString()));
     }
 
     void twoWorkstationsBookTheSameRow() {
