@@ -276,6 +276,25 @@ private slots:
             QCOMPARE(boxes.shown().size(), 1);
             QCOMPARE(w.GridRows.rowCount, 2);
 
+            // A quantity still in the cell's editor when "Book In" is clicked is booked.
+            QApplication::setActiveWindow(&w);
+            QVERIFY(QTest::qWaitForWindowActive(&w));
+            QTableView* view = w.gdxOList->TableView();
+            const QModelIndex cell = w.gdxOList->Model()->index(
+                RowOf(*w.gdxOList, QStringLiteral("RES-10K")) - 1,
+                w.gdxOList->Columns()(QStringLiteral("RXd")).Index() - 1);
+            view->setFocus();
+            view->setCurrentIndex(cell);
+            view->edit(cell);
+            auto* editor = qobject_cast<QLineEdit*>(view->indexWidget(cell));
+            QVERIFY(editor);
+            QTest::keyClicks(editor, QStringLiteral("3"));
+            boxes.answer(vbYes);
+            QTest::mouseClick(w.cmdBookIn, Qt::LeftButton);
+            Settle();
+            QCOMPARE(SqlFirst("SELECT Qty FROM tblStockItems WHERE ItemID=10"),
+                     QStringLiteral("3"));
+
             // An order completed elsewhere since the list was read: the screen stays.
             QTest::mouseClick(w.Command1, Qt::LeftButton);
             ExecSql(QStringLiteral("UPDATE tblPODetail SET PORecieved = POQty WHERE POID = 7"));
