@@ -19,6 +19,7 @@
 #include "maintenance/frmDBUtils.h"
 #include "purchasing/ORViewer.h"
 #include "purchasing/basket.h"
+#include "purchasing/frmGoodsIn.h"
 #include "purchasing/frmItemPOrders.h"
 #include "reports/frmReporterMenu.h"
 #include "sales/CustOrderListPanel.h"
@@ -982,7 +983,9 @@ void FormMain::OpenBasket() {
 void FormMain::OpenORViewer() {
     ORViewer::Open(this);
 }
-void FormMain::OpenGoodsIn() {}
+void FormMain::OpenGoodsIn() {
+    frmGoodsIn::Open(this);
+}
 void FormMain::OpenNewContact() {
     frmContacts->NewContact(this);
 }
