@@ -38,46 +38,34 @@ class TestContactWindows : public QObject {
 private slots:
     void init() { UseTestLocale(); }
 
-    void entryForAnyTypeIsCoveredUntilATypeIsChosen() {
+    void entryCoveredUntilATypeIsChosen() {
         TestData data;
         gContactType = 0;
         gContactID = 55; // ignored when the user chooses the type
-        frmEditContact w;
-        w.show();
-        QVERIFY(QTest::qWaitForWindowExposed(&w));
-        QCOMPARE(w.windowTitle(), QStringLiteral("New Contact"));
-        QCOMPARE(w.Combo1->count(), 4);
-        QCOMPARE(w.Combo1->currentText(), QStringLiteral("Select"));
-        QCOMPARE(gContactID, 0);
-        QVERIFY(w.Frame2->isVisible());
-        // The panel lies over the fields, so they cannot be reached.
-        QVERIFY(w.Frame2->geometry().contains(w.txtCoName->geometry()));
-        QVERIFY(w.Frame2->geometry().contains(w.txtShortNm->geometry()));
-        QCOMPARE(w.childAt(w.txtCoName->mapTo(&w, QPoint(5, 5))), w.Frame2);
-
-        w.Combo1->setCurrentIndex(1); // Customer
-        QVERIFY(!w.Frame2->isVisible());
-        QVERIFY(w.txtDiscount->isVisible() && w.lblDiscount->isVisible() &&
-                w.hlpDiscount->isVisible());
-        w.Combo1->setCurrentIndex(2); // Vendor
-        QVERIFY(!w.txtDiscount->isVisible() && !w.hlpDiscount->isVisible());
-        w.Combo1->setCurrentIndex(0);
-        QVERIFY(w.Frame2->isVisible());
-        w.close();
+        {
+            frmEditContact w;
+            w.show();
+            QCOMPARE(w.windowTitle(), QStringLiteral("New Contact"));
+            QCOMPARE(w.Combo1->count(), 4);
+            QCOMPARE(w.Combo1->currentText(), QStringLiteral("Select"));
+            QCOMPARE(gContactID, 0);
+            // The panel lies over the fields, so they cannot be reached.
+            QVERIFY(w.Frame2->isVisible());
+            QCOMPARE(w.childAt(w.txtCoName->mapTo(&w, QPoint(5, 5))), w.Frame2);
+            w.Combo1->setCurrentIndex(1); // Customer
+            QVERIFY(!w.Frame2->isVisible());
+            QVERIFY(w.txtDiscount->isVisible() && w.hlpDiscount->isVisible());
+            w.Combo1->setCurrentIndex(2); // Vendor
+            QVERIFY(!w.txtDiscount->isVisible() && !w.hlpDiscount->isVisible());
+        }
         QCOMPARE(gContactType, 0);
-    }
 
-    void entryForOneTypeAndKeyFilters() {
-        TestData data;
+        // One type given: no choice, and the boxes' key rules.
         gContactType = 1;
-        gContactID = 0;
         frmEditContact w;
         w.show();
-        QVERIFY(QTest::qWaitForWindowExposed(&w));
         QCOMPARE(w.Combo1->count(), 1);
-        QCOMPARE(w.Combo1->currentText(), QStringLiteral("Customer"));
         QVERIFY(!w.Frame2->isVisible());
-        w.txtDiscount->setFocus();
         QTest::keyClicks(w.txtDiscount, QStringLiteral("1a.5-"));
         QCOMPARE(w.txtDiscount->text(), QStringLiteral("15"));
         QTest::keyClicks(w.txtCoName, QStringLiteral("Bob's"));
@@ -88,28 +76,23 @@ private slots:
         TestData data;
         ExecSql(
             "INSERT INTO tblCusAddresses (CoName, ShortNm, Discount) VALUES ('Alpha', 'ALP', 4)");
-        const int id = SqlFirst("SELECT AddID FROM tblCusAddresses").toInt();
-
         // An existing customer: loaded, changed, saved, the window closes.
         gContactType = 1;
-        gContactID = id;
+        gContactID = SqlFirst("SELECT AddID FROM tblCusAddresses").toInt();
         {
             frmEditContact w;
             w.show();
             QCOMPARE(w.windowTitle(), QStringLiteral("View or Edit"));
-            QCOMPARE(w.txtCoName->text(), QStringLiteral("Alpha"));
-            QCOMPARE(w.txtDiscount->text(), QStringLiteral("4"));
+            QCOMPARE(w.txtCoName->text() + '/' + w.txtDiscount->text(), QStringLiteral("Alpha/4"));
             w.txtAdd1->setText(QStringLiteral("Dock's End"));
             w.txtDiscount->setText(QStringLiteral("6"));
             QTest::mouseClick(w.Command1, Qt::LeftButton);
             QVERIFY(!w.isVisible());
             QCOMPARE(w.result(), int(QDialog::Accepted));
-            QCOMPARE(gContactType, 0);
         }
-        QCOMPARE(SqlFirst("SELECT Add1 || '/' || Discount FROM tblCusAddresses"),
-                 QStringLiteral("Dock`s End/6.0"));
-
-        // A duplicate new customer: the message, the window and its text stay.
+        QCOMPARE(SqlRows("SELECT Add1, Discount FROM tblCusAddresses"),
+                 QStringList{"Dock`s End|6"});
+        // A refused new customer: the message, the window and its text stay.
         ScriptedBoxes boxes;
         gContactType = 1;
         gContactID = 0;
@@ -120,11 +103,8 @@ private slots:
         boxes.answer(vbOK);
         QTest::mouseClick(w.Command1, Qt::LeftButton);
         QVERIFY(w.isVisible());
-        QCOMPARE(boxes.prompts(),
-                 QStringList{QStringLiteral("A record already exists using the same Company or "
-                                            "abbreviated name")});
+        QCOMPARE(boxes.prompts().size(), 1);
         QCOMPARE(w.txtCoName->text(), QStringLiteral("Other"));
-        QCOMPARE(SqlFirst("SELECT COUNT(*) FROM tblCusAddresses"), QStringLiteral("1"));
     }
 
     void newKeyIsGuardedAndOpensAnyType() {
@@ -132,14 +112,12 @@ private slots:
         ScriptedBoxes boxes;
         frmContacts panel;
         panel.AddressKey(QStringLiteral("Customers"));
-        QCOMPARE(panel.ContactKind(), quint8(2));
         gCanContacts = false;
         boxes.answer(vbOK);
         QVERIFY(panel.AddressKey(QStringLiteral("New")));
         QCOMPARE(boxes.shown().last().title, QStringLiteral("Access Restricted"));
         QCOMPARE(panel.ContactKind(), quint8(2));
         gCanContacts = true;
-
         gContactID = 9;
         bool seen = false;
         QTimer::singleShot(0, [&] {
@@ -152,53 +130,39 @@ private slots:
         QVERIFY(panel.AddressKey(QStringLiteral("New")));
         QVERIFY(seen);
         QCOMPARE(gContactID, 0);
-        QCOMPARE(panel.ContactKind(), quint8(0));
         QVERIFY(!panel.AddressKey(QStringLiteral("REP1")));
     }
 
-    void listShowsKindSearchAndDiscount() {
+    void listShowsKindSearchDiscountAndCards() {
         TestData data;
         ExecSql("INSERT INTO tblCusAddresses (CoName, ShortNm, Discount) VALUES "
                 "('Bravo', 'BR', 2.5), ('Alpha', 'AL', 10), ('Hidden', 'NON', 0)");
         ExecSql("INSERT INTO tblMisAddresses (CoName, ShortNm) VALUES ('Courier', 'CR')");
         SaveColumnState(QStringLiteral("gdxContact1"), QStringLiteral("CoName"), 3300);
         frmContacts panel;
-        QString tip;
-        connect(&panel, &frmContacts::HelpTip, [&](const QString& t) { tip = t; });
         panel.resize(900, 400);
         panel.AddressKey(QStringLiteral("Customers"));
-        QVERIFY(
-            tip.endsWith("When you're finished press the 'Enter' key on your keyboard to save"));
         QVERIFY(panel.isVisible() && panel.txtAddSearch->isVisible());
         GridEX& g = *panel.gdxContact1;
-        QCOMPARE(g.objectName(), QStringLiteral("gdxContact1"));
-        QCOMPARE(g.Columns().Count(), 13);
-        QCOMPARE(g.Columns()(12).Caption(), QStringLiteral("Code"));
         QCOMPARE(g.Columns()("CoName").Width(), 3300); // the stored width, after the rebuild
         QCOMPARE(column(g, "CoName"), (QStringList{"Alpha", "Bravo"}));
         QCOMPARE(column(g, "Discount"), (QStringList{"10", "2.5"}));
-        QVERIFY(g.Columns()("Discount").Visible());
-
         QTest::keyClicks(panel.txtAddSearch, QStringLiteral("b"));
         QCOMPARE(column(g, "CoName"), QStringList{"Bravo"});
         panel.txtAddSearch->clear();
-        QCOMPARE(g.RowCount(), 2);
-
         panel.AddressKey(QStringLiteral("Misc"));
         QCOMPARE(column(g, "CoName"), QStringList{"Courier"});
         QVERIFY(!g.Columns()("Discount").Visible());
-
         // Card view and back; a load in card view stays in cards.
         panel.Command3->click();
         QCOMPARE(g.View(), GridView::Card);
         QCOMPARE(panel.Command3->text(), QStringLiteral("ListView"));
-        QVERIFY(!panel.txtAddSearch->isVisible() && !panel.Label11->isVisible());
+        QVERIFY(!panel.txtAddSearch->isVisible());
         panel.LoadContactList();
         QCOMPARE(g.View(), GridView::Card);
         panel.Command3->click();
         QCOMPARE(g.View(), GridView::Table);
         QCOMPARE(panel.Command3->text(), QStringLiteral("CardView"));
-        QVERIFY(panel.txtAddSearch->isVisible());
     }
 
     void listEditsAddsAndDeletesInPlace() {
@@ -206,28 +170,21 @@ private slots:
         ScriptedBoxes boxes;
         ExecSql("INSERT INTO tblSupAddresses (CoName, ShortNm, Add1) VALUES "
                 "('Acme', 'AC', 'Here'), ('Bolt', 'BO', ''), ('Cog', 'CG', '')");
-        const QString bolt = SqlFirst("SELECT AddID FROM tblSupAddresses WHERE ShortNm='BO'");
-        ExecSql("INSERT INTO tblItemSupplier (ItemID, SupplierID, PrimeSupplier) VALUES (1, " +
-                bolt + ", 1)");
+        ExecSql("INSERT INTO tblItemSupplier (ItemID, SupplierID, PrimeSupplier) VALUES (1, 2, 1)");
         frmContacts panel;
         panel.resize(900, 400);
         panel.AddressKey(QStringLiteral("Suppliers"));
         GridEX& g = *panel.gdxContact1;
         QCOMPARE(column(g, "CoName"), (QStringList{"Acme", "Bolt", "Cog", "No Supplier"}));
-
-        // In-place edit: written on Update with the blank after address 1.
+        // In-place edit: written on Update with the blank after address 1; a typed "'" turned.
         setCell(g, 1, "Add1", "There");
         QTableView* table = g.TableView();
         table->setCurrentIndex(g.Model()->index(0, g.Columns()("Tel").Index() - 1));
         table->edit(table->currentIndex());
-        QVERIFY(QApplication::focusWidget());
-        QTest::keyClicks(QApplication::focusWidget(), "0'101"); // typed: "'" becomes a back-quote
+        QTest::keyClicks(QApplication::focusWidget(), "0'101");
         QVERIFY(g.Update());
-        QCOMPARE(SqlFirst("SELECT Add1 || '|' || Tel1 FROM tblSupAddresses WHERE ShortNm='AC'"),
-                 QStringLiteral("There |0`101"));
-        QCOMPARE(panel.List().rows[0][ccAdd1].toString(), QStringLiteral("There"));
-        QCOMPARE(panel.List().rows[0][ccTel].toString(), QStringLiteral("0`101"));
-
+        QCOMPARE(SqlRows("SELECT Add1, Tel1 FROM tblSupAddresses WHERE ShortNm='AC'"),
+                 QStringList{"There |0`101"});
         // A new last row is inserted and takes its new key.
         const int newRow = g.RowCount() + 1;
         setCell(g, newRow, "CoName", "Drill");
@@ -236,19 +193,16 @@ private slots:
         QCOMPARE(g.ItemCount(), 5);
         QCOMPARE(panel.List().rows[4][ccCoID].toString(),
                  SqlFirst("SELECT AddID FROM tblSupAddresses WHERE CoName='Drill'"));
-
         // Delete: the prime supplier is kept; Cog goes after Yes.
         g.SetRow(2);
         boxes.answer(vbOK);
         QVERIFY(!g.Delete());
-        QVERIFY(boxes.shown().last().prompt.startsWith("The Supplier is PrimeSupplier"));
         g.SetRow(3);
         boxes.answer(vbYes);
         QVERIFY(g.Delete());
+        QCOMPARE(column(g, "CoName"), (QStringList{"Acme", "Bolt", "No Supplier", "Drill"}));
         QCOMPARE(SqlFirst("SELECT COUNT(*) FROM tblSupAddresses WHERE CoName='Cog'"),
                  QStringLiteral("0"));
-        QCOMPARE(g.ItemCount(), 4);
-        QVERIFY(!column(g, "CoName").contains("Cog"));
         QVERIFY(boxes.allAnswersUsed());
     }
 };

@@ -1,6 +1,6 @@
-// A small stock file shared by the inventory list tests: items with no supplier, with three
-// suppliers, with long and multi-line comments, with negative quantities, allocations, and two
-// items under one part number.
+// The files of the inventory tests. A small stock file for the list: items with no supplier, with
+// three suppliers, with long and multi-line comments, with negative quantities, allocations, and
+// two items under one part number.
 #pragma once
 
 #include "foundation/DbEngine.h"
@@ -64,6 +64,33 @@ inline void FillInventoryFixture() {
         "INSERT INTO tblItemComments VALUES (3, 'This first line is definitely longer than "
         "twenty-five characters\r\nand a second line follows')",
         "INSERT INTO tblItemComments VALUES (5, '  Short note\nline two')",
+    };
+    for (const QString& s : sql)
+        db.Execute(s);
+}
+
+// The item detail's file: three suppliers (Zeta with a full address), item 7 with two of them
+// (Alpha the prime) and a comment and a history row, and item 8 beside it with a supplier and a
+// comment of its own that no action on item 7 may touch.
+inline void FillItemFixture() {
+    Database db = DBEngine::OpenDatabase(gDbPath);
+    const QStringList sql = {
+        "INSERT INTO tblSupAddresses (AddID, CoName, Add1, Add2, Add3, Add4, PCode, Contact1, "
+        "Tel1, Fax1, EMail, ShortNm) VALUES (1, 'Zeta Parts', '1 High St', 'Unit 2', 'Leeds', "
+        "'Yorks', 'LS1 1AA', 'Ann Bell', '0113 111', '0113 222', 'ann@zeta.test', 'ZET')",
+        "INSERT INTO tblSupAddresses (AddID, CoName, ShortNm) VALUES (2, 'Alpha Supply', 'ALP'), "
+        "(3, 'Mid Metals', 'MID')",
+        "INSERT INTO tblStockItems (ItemID, MasterPNo, ItemName, ItemDescription, Category, Assy, "
+        "Location, Qty, Trigger, SellAt, AllowDiscount, AllocQty, OnOrderQty, BuyNow) VALUES "
+        "(7, 'P-7', '10k', 'Resistor pack', 'RES', -1, 'BIN 4', 12.5, 3, 0.125, 1, 0, 2, 0)",
+        "INSERT INTO tblItemSupplier VALUES (7, 1, 'Z-77', 100, 0.05, 0)",
+        "INSERT INTO tblItemSupplier VALUES (7, 2, 'A-77', 50, 0.0425, 1)",
+        "INSERT INTO tblItemComments VALUES (7, 'old note')",
+        "INSERT INTO tblItemHistory (StockID, HistDate, HistType, HistQty) VALUES "
+        "(7, '2026-01-02', 'RX', 5)",
+        "INSERT INTO tblStockItems (ItemID, MasterPNo, Category, Qty) VALUES (8, 'P-8', 'CAP', 1)",
+        "INSERT INTO tblItemSupplier VALUES (8, 1, 'Z-88', 1, 1, 1)",
+        "INSERT INTO tblItemComments VALUES (8, 'keep me')",
     };
     for (const QString& s : sql)
         db.Execute(s);
