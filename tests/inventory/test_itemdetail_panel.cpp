@@ -1,10 +1,9 @@
 // The item detail's panels driven through their controls: the boxes of an item, their entry
 // rules, the save with its progress and failure, the supplier tab and its row menu, a new item,
-// the adjustment panel, the history grid and the pending order panel.
+// the adjustment panel and the pending order panel.
 #include "foundation/DbEngine.h"
 #include "foundation/Globals.h"
 #include "grids/GridEX.h"
-#include "inventory/ItemHistoryPanel.h"
 #include "inventory/ItemSuppliers.h"
 #include "inventory/frmInvAdjustments.h"
 #include "inventory/frmItemDetail.h"
@@ -314,24 +313,6 @@ private slots:
         QCOMPARE(SqlFirst(QStringLiteral("SELECT Qty FROM tblStockItems WHERE ItemID = 5")),
                  QStringLiteral("4.5"));
         QVERIFY(boxes.allAnswersUsed());
-    }
-
-    void historyGrid() {
-        ExecSql(QStringLiteral(
-            "INSERT INTO tblItemHistory (StockID, HistDate, HistType, HistRef, HistTRN, HistQty, "
-            "HistText) VALUES (5, '2026-03-04', 'RX', 'ADV1', 'GRN9', 12, 'Purchase Order: 0003'), "
-            "(5, '1999-01-01', 'ADJ(+)', 'C2', NULL, 1.5, 'found')"));
-        ItemHistoryPanel panel;
-        GridEX* grid = panel.gdxItemHistory;
-        panel.LoadHistory(5);
-        QCOMPARE(grid->ItemCount(), 2);
-        QCOMPARE(grid->Columns()(QStringLiteral("EText")).Caption(), QStringLiteral("EventText"));
-        QCOMPARE(grid->CellValue(1, 2).toString(), QStringLiteral("Received"));
-        QCOMPARE(grid->CellValue(1, 6).toString(),
-                 QStringLiteral("Order Ref: Purchase Order: 0003"));
-        QCOMPARE(grid->CellValue(2, 1).toString(), QString()); // 1999 is not shown
-        panel.LoadHistory(6);
-        QCOMPARE(grid->ItemCount(), 0);
     }
 
     // Opening the panel for an unflagged item changes nothing; its tick flags it once.
