@@ -397,13 +397,6 @@ private slots:
         QVERIFY(
             rows("tblStockItems", "ItemID").first().contains("|Qty=1234.5|Trigger=3|SellAt=3.5|"));
         QVERIFY(rows("tblItemSupplier", "ItemID, SupplierID").at(1).contains("PriceEach=0.75"));
-
-        ItemDetailFields f = newFields(QStringLiteral("N-1"), QStringLiteral("Nut"));
-        f.sellPrice = QStringLiteral("1,5");
-        f.qty = QStringLiteral("2,25");
-        QCOMPARE(CreateNewItem(f), 9);
-        QCOMPARE(f.sellPrice, QStringLiteral("1,50"));
-        QVERIFY(rows("tblStockItems", "ItemID").last().contains("|Qty=2.25|Trigger=0|SellAt=1.5|"));
     }
 
     void deleteRefusedAfterPurchaseOrder() {

@@ -68,13 +68,10 @@ private slots:
 
     void loadsKeepTheirOwnersAndOrder() {
         TestData data;
-        link(5, "c:\\docs\\zeta.pdf", "Zeta sheet");
-        link(0, "https://example.com/terms", "Terms");
-        link(5, "c:\\docs\\alpha.pdf", "Alpha sheet");
-        link(6, "c:\\docs\\other.pdf", "Other item");
-        link(0, "\\\\server\\prices.xls", "Price list");
-        link(0, "https://example.com/about", "about us");
-
+        ExecSql("INSERT INTO tblHyperLinks VALUES (5, 'c:\\docs\\zeta.pdf', 'Zeta sheet'), "
+                "(0, 'https://example.com/terms', 'Terms'), (5, 'c:\\docs\\alpha.pdf', 'Alpha "
+                "sheet'), (6, 'c:\\docs\\other.pdf', 'Other item'), (0, '\\\\server\\prices.xls', "
+                "'Price list'), (0, 'https://example.com/about', 'about us')");
         const LinkList item = LoadLinks(5);
         QCOMPARE(item.names, QStringList({"Zeta sheet", "Alpha sheet"}));
         QCOMPARE(item.addresses, QStringList({"c:\\docs\\zeta.pdf", "c:\\docs\\alpha.pdf"}));
