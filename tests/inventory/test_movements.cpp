@@ -96,6 +96,7 @@ private slots:
     void historyRowsAsShown() {
         TestData data;
         AddHistory("2026-01-02", "ISSUE", -2, "Ann");
+        AddHistory("2026-01-03", "RETURN", 1.5, "Ann");
         AddHistory("2001-01-01", "ADJ(+)", 4, "count");
         AddHistory("2039-12-31", "ADJ(-)", -1.25, "lost");
         AddHistory("2000-12-31", "RX", 10, "Purchase Order: 0012", "GRN7");
@@ -105,6 +106,7 @@ private slots:
                                "'ISSUE')"));
         const QList<QStringList> expected = {
             {"02/01/2026", "ISSUE", "-2", "R1", "", "Ann"},
+            {"03/01/2026", "RETURN", "1.5", "R1", "", "Ann"},
             {"01/01/2001", "Adjust(+)", "4", "R1", "", "Ref: count"},
             {"31/12/2039", "Adjust(-)", "-1.25", "R1", "", "Ref: lost"},
             {"", "Received", "10", "R1", "GRN7", "Order Ref: Purchase Order: 0012"},
