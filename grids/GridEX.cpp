@@ -797,3 +797,16 @@ bool GridEX::eventFilter(QObject* watched, QEvent* event) {
     }
     return QWidget::eventFilter(watched, event);
 }
+
+GridEX* AddListGrid(QWidget* panel, const QString& gridName) {
+    auto* grid = new GridEX(gridName, panel);
+    grid->SetAllowEdit(false);
+    grid->SetAllowAddNew(false);
+    grid->SetAllowDelete(false);
+    grid->SetAlternatingRowColors(true);
+    grid->SetGroupByBoxVisible(false);
+    auto* lay = new QVBoxLayout(panel);
+    lay->setContentsMargins(0, 0, 0, 0);
+    lay->addWidget(grid);
+    return grid;
+}

@@ -319,3 +319,7 @@ private:
     int mPressSection = -1;
     bool mForwarding = false;
 };
+
+// A read-only list grid named `gridName` that fills `panel`: no edit, new row or delete,
+// alternating row colours and no group-by box, as the item's sub-panels show their lists.
+GridEX* AddListGrid(QWidget* panel, const QString& gridName);

@@ -800,33 +800,28 @@ void FormMain::LoadUBView() {
 }
 
 void FormMain::LoadUBSupplierList() {
-    if (mUBLoading)
-        return;
-    mUBLoading = true;
-    FlagReset reset{mUBLoading};
-    UBArray data = LoadUBSuppliers();
-    gdxUBView->SetItemCount(0);
-    mUBRowCount = 0;
-    ApplyColumns(UBSupplierColumns(), false);
-    mUBData = std::move(data);
-    mUBRowCount = mUBData.Rows();
-    ShowUBData();
+    LoadUBFirstStage(LoadUBSuppliers, UBSupplierColumns(), true);
 }
 
 void FormMain::LoadUBCategoryList() {
+    // No category at all: nothing to show.
+    LoadUBFirstStage(LoadUBCategories, UBCategoryColumns(), false);
+}
+
+void FormMain::LoadUBFirstStage(UBArray (*load)(), const QList<UBColumn>& columns,
+                                bool showWhenEmpty) {
     if (mUBLoading)
         return;
     mUBLoading = true;
     FlagReset reset{mUBLoading};
-    UBArray data = LoadUBCategories();
+    UBArray data = load();
     gdxUBView->SetItemCount(0);
     mUBRowCount = 0;
-    ApplyColumns(UBCategoryColumns(), false);
+    ApplyColumns(columns, false);
     mUBData = std::move(data);
     mUBRowCount = mUBData.Rows();
-    if (mUBRowCount == 0)
-        return; // no category at all: nothing to show
-    ShowUBData();
+    if (mUBRowCount > 0 || showWhenEmpty)
+        ShowUBData();
 }
 
 void FormMain::cmdUB_Go_Click() {

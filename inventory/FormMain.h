@@ -164,6 +164,8 @@ private:
     void RemoveUnofferedBarItems();
     void LayoutContentPanels();
     void ApplyColumns(const QList<UBColumn>& columns, bool groupBox);
+    // A first stage (suppliers or categories and their item counts) in the list.
+    void LoadUBFirstStage(UBArray (*load)(), const QList<UBColumn>& columns, bool showWhenEmpty);
     void ShowUBData(); // the item count cycle, with the stored widths
     void BuildItemDetailPanels();
     void ItemDetailSubPanelShown(int index);

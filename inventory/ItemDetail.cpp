@@ -172,23 +172,22 @@ QString SaveFailureTitle(SaveFailure step) {
 }
 
 QString SaveFailureMessage(SaveFailure step) {
+    const QString notCommitted =
+        QStringLiteral(". The whole transaction was not commited, you can try again");
     switch (step) {
     case SaveFailure::Error2:
-        return QStringLiteral("Error saving to table: Assemblies. The whole transaction was not "
-                              "commited, you can try again");
+        return QStringLiteral("Error saving to table: Assemblies") + notCommitted;
     case SaveFailure::Error3:
-        return QStringLiteral("Error saving to table: ItemComments. The whole transaction was not "
-                              "commited, you can try again");
+        return QStringLiteral("Error saving to table: ItemComments") + notCommitted;
     case SaveFailure::Error4:
-        return QStringLiteral("Error saving to table: ItemSupplier. The whole transaction was not "
-                              "commited, you can try again");
+        return QStringLiteral("Error saving to table: ItemSupplier") + notCommitted;
     case SaveFailure::Error9:
         return QStringLiteral("An error occured while commiting changes to the database. The "
                               "system will try to undo the operation so you can try again");
     case SaveFailure::Error10:
         return QStringLiteral("The base stock record was not saved. If you have altered the "
-                              "PartNumber then the part number may already exist. The whole "
-                              "transaction was not commited, you can try again");
+                              "PartNumber then the part number may already exist") +
+               notCommitted;
     case SaveFailure::None:
         break;
     }

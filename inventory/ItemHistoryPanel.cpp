@@ -4,21 +4,11 @@
 #include "grids/GridEX.h"
 #include "inventory/StockMovements.h"
 
-#include <QVBoxLayout>
-
 ItemHistoryPanel::ItemHistoryPanel(QWidget* parent) : QFrame(parent) {
     setObjectName(QStringLiteral("frmHistory"));
-    gdxItemHistory = new GridEX(QStringLiteral("gdxItemHistory"), this);
-    gdxItemHistory->SetAllowEdit(false);
-    gdxItemHistory->SetAllowAddNew(false);
-    gdxItemHistory->SetAllowDelete(false);
-    gdxItemHistory->SetAlternatingRowColors(true);
-    gdxItemHistory->SetGroupByBoxVisible(false);
+    gdxItemHistory = AddListGrid(this, QStringLiteral("gdxItemHistory"));
     gdxItemHistory->SetCellReader(
         [this](int record, int column) -> QVariant { return Cell(record, column); });
-    auto* lay = new QVBoxLayout(this);
-    lay->setContentsMargins(0, 0, 0, 0);
-    lay->addWidget(gdxItemHistory);
     DefineColumns();
 }
 

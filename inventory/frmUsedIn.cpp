@@ -3,24 +3,14 @@
 #include "grids/ColumnState.h"
 #include "grids/GridEX.h"
 
-#include <QVBoxLayout>
-
 frmUsedIn::frmUsedIn(QWidget* parent) : QFrame(parent) {
     setObjectName(QStringLiteral("frmUsedIn"));
-    gdxUsedIn = new GridEX(QStringLiteral("gdxUsedIn"), this);
-    gdxUsedIn->SetAllowEdit(false);
-    gdxUsedIn->SetAllowAddNew(false);
-    gdxUsedIn->SetAllowDelete(false);
-    gdxUsedIn->SetAlternatingRowColors(true);
-    gdxUsedIn->SetGroupByBoxVisible(false);
+    gdxUsedIn = AddListGrid(this, QStringLiteral("gdxUsedIn"));
     gdxUsedIn->SetCellReader([this](int record, int column) -> QVariant {
         if (record < 1 || record > mData.rows.size())
             return QVariant();
         return mData.rows[record - 1].value(column - 1);
     });
-    auto* lay = new QVBoxLayout(this);
-    lay->setContentsMargins(0, 0, 0, 0);
-    lay->addWidget(gdxUsedIn);
 }
 
 void frmUsedIn::DefineColumns() {

@@ -9,21 +9,24 @@
 
 namespace {
 
-struct StoredRow {
-    QString pc, app, name, v1, v2;
-};
-
-QList<StoredRow> Stored() {
-    QList<StoredRow> out;
+// Every stored setting as "pc|app|name|value 1|value 2".
+QStringList stored() {
     Database db = DBEngine::OpenDatabase(gUserCfgPath);
-    Recordset rs = db.OpenRecordset(QStringLiteral("SELECT * FROM tblDefaults ORDER BY PcName"));
-    while (!rs.Eof()) {
-        out.append({rs.Fields("PcName").Text(), rs.Fields("AppName").Text(),
-                    rs.Fields("ParaName").Text(), rs.Fields("ParaVal_1").Text(),
-                    rs.Fields("ParaVal_2").Text()});
-        rs.MoveNext();
-    }
+    QStringList out;
+    for (Recordset rs = db.OpenRecordset(QStringLiteral(
+             "SELECT PcName, AppName, ParaName, ParaVal_1, ParaVal_2 FROM tblDefaults ORDER BY 1"));
+         !rs.Eof(); rs.MoveNext())
+        out << QStringList{rs.Fields(0).Text(), rs.Fields(1).Text(), rs.Fields(2).Text(),
+                           rs.Fields(3).Text(), rs.Fields(4).Text()}
+                   .join(QLatin1Char('|'));
     return out;
+}
+
+// The two values read back, starting from what the caller had.
+QStringList read(const QString& name, const QString& a = {}, const QString& b = {}) {
+    QString v1 = a, v2 = b;
+    GetDefault(name, v1, v2);
+    return {v1, v2};
 }
 
 } // namespace
@@ -37,67 +40,21 @@ private slots:
     void savedValuesCarryABlankThatReadingTrims() {
         TestData data;
         SaveDefault(QStringLiteral("FormSize"), QStringLiteral("9000"), QStringLiteral(" 6000"));
-        QList<StoredRow> rows = Stored();
-        QCOMPARE(rows.size(), 1);
-        QCOMPARE(rows[0].pc, QStringLiteral("TESTPC"));
-        QCOMPARE(rows[0].app, QStringLiteral("qstk3"));
-        QCOMPARE(rows[0].name, QStringLiteral("FormSize"));
-        QCOMPARE(rows[0].v1, QStringLiteral("9000 "));
-        QCOMPARE(rows[0].v2, QStringLiteral(" 6000 "));
-
-        QString a = QStringLiteral("x"), b = QStringLiteral("y");
-        GetDefault(QStringLiteral("FormSize"), a, b);
-        QCOMPARE(a, QStringLiteral("9000"));
-        QCOMPARE(b, QStringLiteral("6000"));
-
+        QCOMPARE(stored(), QStringList{"TESTPC|qstk3|FormSize|9000 | 6000 "});
+        QCOMPARE(read(QStringLiteral("FormSize"), "x", "y"), QStringList({"9000", "6000"}));
         // A second save changes the row and adds none.
         SaveDefault(QStringLiteral("FormSize"), QStringLiteral("8000"), QString());
-        rows = Stored();
-        QCOMPARE(rows.size(), 1);
-        QCOMPARE(rows[0].v1, QStringLiteral("8000 "));
-        QCOMPARE(rows[0].v2, QStringLiteral(" "));
-        GetDefault(QStringLiteral("FormSize"), a, b);
-        QCOMPARE(a, QStringLiteral("8000"));
-        QCOMPARE(b, QString());
-    }
-
-    void apostrophesBecomeBackQuotes() {
-        TestData data;
+        QCOMPARE(stored(), QStringList{"TESTPC|qstk3|FormSize|8000 | "});
+        QCOMPARE(read(QStringLiteral("FormSize"), "x", "y"), QStringList({"8000", ""}));
+        // Apostrophes become back-quotes.
         SaveDefault(QStringLiteral("Image_1"), QStringLiteral("C:/Bob's/logo.png"), QString());
-        QString a, b;
-        GetDefault(QStringLiteral("Image_1"), a, b);
-        QCOMPARE(a, QStringLiteral("C:/Bob`s/logo.png"));
+        QCOMPARE(read(QStringLiteral("Image_1")).first(), QStringLiteral("C:/Bob`s/logo.png"));
     }
 
     void settingsArePerWorkstationUnlessShared() {
         TestData data;
+        const QString mine = gPcName;
         SaveDefault(QStringLiteral("FormSize"), QStringLiteral("1"), QStringLiteral("2"));
-        // The shared pattern: gPcName set aside for the one call.
-        const QString pc = gPcName;
-        gPcName = QString::fromLatin1(kGlobalAllPc);
-        SaveDefault(QStringLiteral("Image_1"), QStringLiteral("/logo.png"), QString());
-        gPcName = pc;
-
-        gPcName = QStringLiteral("SECONDPC");
-        QString a = QStringLiteral("design"), b = QStringLiteral("design");
-        GetDefault(QStringLiteral("FormSize"), a, b);
-        QCOMPARE(a, QStringLiteral("design")); // never saved here: the design size stays
-        QCOMPARE(b, QStringLiteral("design"));
-        QString logo, unused;
-        GetDefault(QStringLiteral("Image_1"), logo, unused);
-        QCOMPARE(logo, QString()); // not under this workstation's own name
-        const QString mine = gPcName;
-        gPcName = QString::fromLatin1(kGlobalAllPc);
-        GetDefault(QStringLiteral("Image_1"), logo, unused);
-        gPcName = mine;
-        QCOMPARE(logo, QStringLiteral("/logo.png"));
-        QCOMPARE(Stored().size(), 2);
-        QCOMPARE(Stored()[0].pc, QStringLiteral("GLOBAL_ALL_PC"));
-    }
-
-    void sharedLogoPathJoinsBothValuesAndRestoresTheName() {
-        TestData data;
-        const QString mine = gPcName;
         QCOMPARE(ReadSharedLogoPath(), QString()); // no setting
         {
             SharedSettingsScope shared;
@@ -106,8 +63,18 @@ private slots:
                         QStringLiteral("/tail.png"));
         }
         QCOMPARE(gPcName, mine);
+        QCOMPARE(stored().first(),
+                 QStringLiteral("GLOBAL_ALL_PC|qstk3|Image_1|/very/long |/tail.png "));
         QCOMPARE(ReadSharedLogoPath(), QStringLiteral("/very/long/tail.png"));
         QCOMPARE(gPcName, mine);
+
+        // Another workstation keeps its design size and finds the logo only under the shared name.
+        gPcName = QStringLiteral("SECONDPC");
+        QCOMPARE(read(QStringLiteral("FormSize"), "design", "design"),
+                 QStringList({"design", "design"}));
+        QCOMPARE(read(QStringLiteral("Image_1")).first(), QString());
+        QCOMPARE(ReadSharedLogoPath(), QStringLiteral("/very/long/tail.png"));
+        gPcName = mine;
         {
             SharedSettingsScope shared;
             SaveDefault(QStringLiteral("Image_1"), QStringLiteral("0"), QStringLiteral("/x.png"));
@@ -128,23 +95,19 @@ private slots:
         {
             Database other = DBEngine::OpenDatabase(gUserCfgPath);
             other.Execute(QStringLiteral("BEGIN EXCLUSIVE"));
-            QString a = QStringLiteral("keep1"), b = QStringLiteral("keep2");
-            GetDefault(QStringLiteral("FormSize"), a, b);
-            QCOMPARE(a, QStringLiteral("keep1"));
-            QCOMPARE(b, QStringLiteral("keep2"));
+            QCOMPARE(read(QStringLiteral("FormSize"), "keep1", "keep2"),
+                     QStringList({"keep1", "keep2"}));
             // Saving has no handler of its own: the engine's error reaches the caller.
             QVERIFY_THROWS_EXCEPTION(
                 DbError,
                 SaveDefault(QStringLiteral("FormSize"), QStringLiteral("3"), QStringLiteral("4")));
             other.Execute(QStringLiteral("ROLLBACK"));
         }
-        QCOMPARE(Stored()[0].v1, QStringLiteral("1 "));
+        QCOMPARE(stored(), QStringList{"TESTPC|qstk3|FormSize|1 |2 "});
 
         QVERIFY(QFile::remove(gUserCfgPath));
-        QString a = QStringLiteral("keep1"), b = QStringLiteral("keep2");
-        GetDefault(QStringLiteral("FormSize"), a, b);
-        QCOMPARE(a, QStringLiteral("keep1"));
-        QCOMPARE(b, QStringLiteral("keep2"));
+        QCOMPARE(read(QStringLiteral("FormSize"), "keep1", "keep2"),
+                 QStringList({"keep1", "keep2"}));
         QVERIFY(!QFile::exists(gUserCfgPath));
         QVERIFY(boxes.shown().isEmpty());
     }

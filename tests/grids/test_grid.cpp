@@ -1,19 +1,26 @@
 #include "foundation/Clock.h"
+#include "foundation/Printer.h"
 #include "grids/GridModel.h"
 #include "grids/GridParts.h"
+#include "grids/frmPrintDialog.h"
 #include "tests/grids/GridDemo.h"
 #include "tests/support/TestSupport.h"
 
 #include <QAbstractItemModelTester>
+#include <QApplication>
 #include <QDateEdit>
-#include <QElapsedTimer>
 #include <QHeaderView>
 #include <QLabel>
 #include <QLineEdit>
 #include <QListView>
+#include <QListWidget>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QRegularExpression>
 #include <QSignalSpy>
 #include <QTableView>
 #include <QTest>
+#include <QTimer>
 #include <QToolButton>
 
 namespace {
@@ -23,6 +30,15 @@ QStringList Column(const GridEX& grid, const QString& key) {
     for (int r = 1; r <= grid.RowCount(); ++r)
         out << grid.CellValue(r, grid.Columns()(key).Index()).toString();
     return out;
+}
+
+// The grid's rows as their group levels: "G1", "G2" for group rows, "-" for records.
+QString Levels(const GridEX& grid) {
+    QString out;
+    for (int r = 1; r <= grid.RowCount(); ++r)
+        out += grid.GroupRowLevel(r) ? QStringLiteral("G%1 ").arg(grid.GroupRowLevel(r))
+                                     : QStringLiteral("- ");
+    return out.trimmed();
 }
 
 // Lets the view finish its editor and the grid its queued commit.
@@ -40,19 +56,25 @@ void ClickHeader(GridEX& grid, const QString& key) {
 }
 
 // Opens the editor of a cell, types into it and confirms with Enter.
-void TypeIntoCell(GridEX& grid, int row, const QString& key, const QString& text,
-                  bool clear = true) {
+void TypeIntoCell(GridEX& grid, int row, const QString& key, const QString& text) {
     QTableView* view = grid.TableView();
     const QModelIndex idx = grid.Model()->index(row - 1, grid.Columns()(key).Index() - 1);
     view->setCurrentIndex(idx);
     view->edit(idx);
     auto* editor = qobject_cast<QLineEdit*>(view->indexWidget(idx));
     QVERIFY(editor);
-    if (clear)
-        editor->clear();
+    editor->clear();
     QTest::keyClicks(editor, text);
     QTest::keyClick(editor, Qt::Key_Return);
     Settle();
+}
+
+QVector<QVector<QVariant>> FourRows(const QStringList& parts, const QStringList& suppliers,
+                                    const QStringList& qtys, const QStringList& dates = {}) {
+    QVector<QVector<QVariant>> rows;
+    for (int i = 0; i < parts.size(); ++i)
+        rows.append({i + 1, parts[i], suppliers[i], qtys[i], false, dates.value(i), QString()});
+    return rows;
 }
 
 } // namespace
@@ -88,37 +110,10 @@ private slots:
         QCOMPARE(demo.grid->RowCount(), 39);
     }
 
-    void namesAndColumnsAsWindowsUseThem() {
-        GridDemo demo(QStringLiteral("gdxUBView"));
-        demo.Generate(3);
-        demo.Load();
-        QCOMPARE(demo.findChild<GridEX*>(QStringLiteral("gdxUBView")), demo.grid);
-        QVERIFY(demo.findChild<QTableView*>(QStringLiteral("gdxUBView")));
-        const GridColumns& cols = demo.grid->Columns();
-        QCOMPARE(cols.Count(), 7);
-        QCOMPARE(cols(2).Caption(), QStringLiteral("Part No"));
-        QCOMPARE(cols(QStringLiteral("partno")).Width(), 1500);
-        QVERIFY(!cols(1).Visible());
-        QVERIFY(demo.grid->TableView()->isColumnHidden(0));
-        QVERIFY(cols.Find(QStringLiteral("Nothing")) == nullptr);
-        // 1500 twips are 100 pixels at 96 dpi.
-        QCOMPARE(demo.grid->TableView()->horizontalHeader()->sectionSize(1),
-                 demo.grid->TwipsToPixels(1500));
-        demo.grid->SetRow(2);
-        QCOMPARE(demo.grid->Row(), 2);
-        QCOMPARE(demo.grid->Value(2), demo.rows[1][1]);
-        QCOMPARE(demo.grid->Value(QStringLiteral("Supplier")), demo.rows[1][2]);
-        QCOMPARE(demo.grid->RecordIndex(2), 2);
-        QCOMPARE(demo.grid->GroupRowLevel(2), 0);
-        QVERIFY(demo.grid->FullyLoaded());
-    }
-
-    void freshFillKeepsArrayOrderAndHeaderClicksToggle() {
+    void freshFillKeepsArrayOrderAndSortsOnlyWhenAsked() {
         GridDemo demo;
-        demo.rows = {{1, "B7", "S", "10", false, "", ""},
-                     {2, "a2", "S", "9", false, "", ""},
-                     {3, "C1", "S", "100", false, "", ""},
-                     {4, "b1", "S", "9.5", false, "", ""}};
+        demo.rows =
+            FourRows({"B7", "a2", "C1", "b1"}, {"B", "A", "A", "B"}, {"10", "9", "100", "10"});
         demo.Load();
         QCOMPARE(Column(*demo.grid, "PartNo"), QStringList({"B7", "a2", "C1", "b1"}));
         QCOMPARE(demo.grid->TableView()->horizontalHeader()->sortIndicatorSection(), -1);
@@ -129,12 +124,16 @@ private slots:
         QCOMPARE(Column(*demo.grid, "PartNo"), QStringList({"C1", "B7", "b1", "a2"}));
         ClickHeader(*demo.grid, "PartNo");
         QCOMPARE(Column(*demo.grid, "PartNo"), QStringList({"a2", "b1", "B7", "C1"}));
-        // Quantities are numbers: 9 before 9.5 before 10 before 100.
+        // Quantities are numbers: 9 before 10 before 100.
         ClickHeader(*demo.grid, "Qty");
-        QCOMPARE(Column(*demo.grid, "Qty"), QStringList({"9", "9.5", "10", "100"}));
+        QCOMPARE(Column(*demo.grid, "Qty"), QStringList({"9", "10", "10", "100"}));
         // The owner's array is never reordered.
         QCOMPARE(demo.rows[0][1].toString(), QStringLiteral("B7"));
         QCOMPARE(demo.grid->RecordIndex(1), 2);
+        // Several keys; equal keys keep the array's order (B7 before b1).
+        demo.grid->SortBy({{QStringLiteral("Supplier"), Qt::AscendingOrder},
+                           {QStringLiteral("Qty"), Qt::AscendingOrder}});
+        QCOMPARE(Column(*demo.grid, "PartNo"), QStringList({"a2", "C1", "B7", "b1"}));
 
         // A reload shows the array's order again.
         demo.grid->SetItemCount(0);
@@ -143,25 +142,10 @@ private slots:
         QCOMPARE(Column(*demo.grid, "PartNo"), QStringList({"B7", "a2", "C1", "b1"}));
     }
 
-    void sortingWithSeveralKeysIsStable() {
-        GridDemo demo;
-        demo.rows = {{1, "X", "B", "2", false, "", ""},
-                     {2, "Y", "A", "2", false, "", ""},
-                     {3, "Z", "B", "1", false, "", ""},
-                     {4, "W", "A", "2", false, "", ""}};
-        demo.Load();
-        demo.grid->SortBy({{QStringLiteral("Supplier"), Qt::AscendingOrder},
-                           {QStringLiteral("Qty"), Qt::AscendingOrder}});
-        // Equal keys keep the array's order (Y before W).
-        QCOMPARE(Column(*demo.grid, "PartNo"), QStringList({"Y", "W", "Z", "X"}));
-    }
-
     void datesSortAsDatesAndComeFromTheCalendar() {
         GridDemo demo;
-        demo.rows = {{1, "A", "S", "1", false, "05/01/2027", ""},
-                     {2, "B", "S", "1", false, "", ""},
-                     {3, "C", "S", "1", false, "23/11/2026", ""},
-                     {4, "D", "S", "1", false, "30/12/2026", ""}};
+        demo.rows = FourRows({"A", "B", "C", "D"}, {"S", "S", "S", "S"}, {"1", "1", "1", "1"},
+                             {"05/01/2027", "", "23/11/2026", "30/12/2026"});
         demo.Load();
         demo.grid->SortBy(QStringLiteral("DelDate"));
         QCOMPARE(Column(*demo.grid, "PartNo"), QStringList({"B", "C", "D", "A"}));
@@ -186,90 +170,60 @@ private slots:
         QCOMPARE(demo.rows[1][5].toString(), ShowDate(QDate(2027, 2, 14)));
     }
 
-    void groupByBoxTextButtonsAndClick() {
-        GridDemo demo;
-        demo.Generate(6, 2);
-        demo.Load();
-        QLabel* label = demo.grid->findChild<QLabel*>();
-        QVERIFY(label);
-        QCOMPARE(label->text(),
-                 QStringLiteral("Drag a column header here to group by that column"));
-        demo.grid->SetGroupByBoxText(QStringLiteral("Drag a column header here to group by that "
-                                                    "column. Click to open/close the groups"));
-        QCOMPARE(label->text(), demo.grid->GroupByBoxText());
-
-        demo.grid->AddGroup(QStringLiteral("Supplier"));
-        QCOMPARE(demo.grid->RowCount(), 2);
-        auto* box = demo.grid->findChild<QFrame*>(QStringLiteral("gdxDemoGroupBy"));
-        QVERIFY(box);
-        QTest::mouseClick(box, Qt::LeftButton);
-        QCOMPARE(demo.grid->RowCount(), 8);
-        QTest::mouseClick(box, Qt::LeftButton);
-        QCOMPARE(demo.grid->RowCount(), 2);
-        // The button of a grouped column takes the group away.
-        auto* button = box->findChild<QToolButton*>();
-        QVERIFY(button);
-        QVERIFY(button->text().startsWith(QStringLiteral("Supplier")));
-        button->click();
-        QVERIFY(demo.grid->Groups().isEmpty());
-        QCOMPARE(demo.grid->RowCount(), 6);
-        demo.grid->SetGroupByBoxVisible(false);
-        QVERIFY(!demo.grid->GroupByBoxVisible());
-    }
-
     void groupingBuildsGroupRowsWithLevels() {
         GridDemo demo;
-        demo.Generate(30, 3); // Supplier A, B, C: ten rows each
+        demo.Generate(6, 3); // Supplier A, B, C: two rows each
         demo.Load();
+        QLabel* label = demo.grid->findChild<QLabel*>();
+        QCOMPARE(label->text(),
+                 QStringLiteral("Drag a column header here to group by that column"));
+        demo.grid->SetGroupByBoxText(QStringLiteral("Click to open/close the groups"));
+        QCOMPARE(label->text(), QStringLiteral("Click to open/close the groups"));
+
         QSignalSpy groups(demo.grid, &GridEX::GroupsChanged);
         demo.grid->AddGroup(QStringLiteral("Supplier"));
         QCOMPARE(groups.count(), 1);
-        // New groups start closed: three group rows.
-        QCOMPARE(demo.grid->RowCount(), 3);
-        for (int r = 1; r <= 3; ++r)
-            QCOMPARE(demo.grid->GroupRowLevel(r), 1);
+        // New groups start closed.
+        QCOMPARE(Levels(*demo.grid), QStringLiteral("G1 G1 G1"));
         demo.grid->SetRow(1);
         QCOMPARE(demo.grid->Value(QStringLiteral("PartNo")).toString(),
-                 QStringLiteral("Supplier: Supplier A (10)"));
+                 QStringLiteral("Supplier: Supplier A (2)"));
         QCOMPARE(demo.grid->Value(QStringLiteral("Qty")), QVariant());
         QCOMPARE(demo.grid->RecordIndex(1), 0);
+        // A click on the group-by box opens and closes them all.
+        auto* box = demo.grid->findChild<QFrame*>(QStringLiteral("gdxDemoGroupBy"));
+        QTest::mouseClick(box, Qt::LeftButton);
+        QCOMPARE(Levels(*demo.grid), QStringLiteral("G1 - - G1 - - G1 - -"));
+        QCOMPARE(Column(*demo.grid, "Supplier").mid(1, 2),
+                 QStringList({"Supplier A", "Supplier A"}));
+        QTest::mouseClick(box, Qt::LeftButton);
+        QCOMPARE(demo.grid->RowCount(), 3);
 
+        // Closing one group hides its rows only; a click on a group row opens it again.
         demo.grid->ExpandAll();
-        QCOMPARE(demo.grid->RowCount(), 33);
-        QCOMPARE(demo.grid->GroupRowLevel(1), 1);
-        QCOMPARE(demo.grid->GroupRowLevel(12), 1);
-        for (int r = 2; r <= 11; ++r) {
-            QCOMPARE(demo.grid->GroupRowLevel(r), 0);
-            QCOMPARE(demo.grid->CellValue(r, 3).toString(), QStringLiteral("Supplier A"));
-        }
-
-        // Closing one group hides its ten rows only; a click on a group row opens it again.
-        demo.grid->SetGroupExpanded(12, false);
-        QCOMPARE(demo.grid->RowCount(), 23);
-        QVERIFY(!demo.grid->GroupExpanded(12));
+        demo.grid->SetGroupExpanded(4, false);
+        QCOMPARE(Levels(*demo.grid), QStringLiteral("G1 - - G1 G1 - -"));
         QTableView* view = demo.grid->TableView();
         view->resize(800, 600);
-        const QRect cell = view->visualRect(demo.grid->Model()->index(11, 1));
+        const QRect cell = view->visualRect(demo.grid->Model()->index(3, 1));
         QTest::mouseClick(view->viewport(), Qt::LeftButton, {}, cell.center());
-        QCOMPARE(demo.grid->RowCount(), 33);
+        QCOMPARE(demo.grid->RowCount(), 9);
+        // The button of a grouped column takes its group away.
+        auto* button = box->findChild<QToolButton*>();
+        QVERIFY(button->text().startsWith(QStringLiteral("Supplier")));
+        button->click();
+        QCOMPARE(Levels(*demo.grid), QStringLiteral("- - - - - -"));
 
         // A second level inside the first.
+        demo.grid->AddGroup(QStringLiteral("Supplier"));
         demo.grid->AddGroup(QStringLiteral("Order"));
         demo.grid->ExpandAll();
-        QCOMPARE(demo.grid->GroupRowLevel(1), 1);
-        QCOMPARE(demo.grid->GroupRowLevel(2), 2);
-        QCOMPARE(demo.grid->GroupRowLevel(3), 0);
-        int level2 = 0;
-        for (int r = 1; r <= demo.grid->RowCount(); ++r)
-            level2 += demo.grid->GroupRowLevel(r) == 2;
-        QCOMPARE(level2, 6);
-        QCOMPARE(demo.grid->RowCount(), 30 + 3 + 6);
-
+        QCOMPARE(Levels(*demo.grid).left(12), QStringLiteral("G1 G2 - G2 -"));
+        QCOMPARE(demo.grid->RowCount(), 6 + 3 + 6);
         demo.grid->CollapseAll();
         QCOMPARE(demo.grid->RowCount(), 3);
         demo.grid->ClearGroups();
-        QCOMPARE(demo.grid->RowCount(), 30);
-        QCOMPARE(demo.grid->GroupRowLevel(1), 0);
+        QCOMPARE(Levels(*demo.grid), QStringLiteral("- - - - - -"));
     }
 
     void sortingKeepsGroupRowsInPlace() {
@@ -278,29 +232,19 @@ private slots:
         demo.Load();
         demo.grid->AddGroup(QStringLiteral("Supplier"), Qt::DescendingOrder);
         demo.grid->ExpandAll();
-        auto groupRows = [&] {
-            QList<QPair<int, QString>> out;
-            for (int r = 1; r <= demo.grid->RowCount(); ++r)
-                if (demo.grid->GroupRowLevel(r) > 0)
-                    out << qMakePair(r, demo.grid->CellValue(r, 2).toString());
-            return out;
-        };
-        const auto before = groupRows();
-        QCOMPARE(before.size(), 2);
-        QVERIFY(before[0].second.startsWith(QStringLiteral("Supplier: Supplier B")));
+        QCOMPARE(Levels(*demo.grid), QStringLiteral("G1 - - - - - - G1 - - - - - -"));
+        QVERIFY(demo.grid->CellValue(1, 2).toString().startsWith("Supplier: Supplier B"));
         for (const Qt::SortOrder order : {Qt::AscendingOrder, Qt::DescendingOrder}) {
             demo.grid->SortBy(QStringLiteral("PartNo"), order);
-            QCOMPARE(groupRows(), before);
-            // Inside each group the part numbers follow the sort.
-            for (const auto& g : before) {
+            QCOMPARE(Levels(*demo.grid), QStringLiteral("G1 - - - - - - G1 - - - - - -"));
+            QVERIFY(demo.grid->CellValue(1, 2).toString().startsWith("Supplier: Supplier B"));
+            // Inside each group the part numbers follow the sort, under their own group.
+            for (int first : {2, 9}) {
                 QStringList parts;
-                for (int r = g.first + 1;
-                     r <= demo.grid->RowCount() && demo.grid->GroupRowLevel(r) == 0; ++r) {
-                    QCOMPARE(demo.grid->CellValue(r, 3).toString(),
-                             g.second.mid(10, 10)); // "Supplier X"
+                for (int r = first; r < first + 6; ++r) {
+                    QCOMPARE(demo.grid->CellValue(r, 3), demo.grid->CellValue(first, 3));
                     parts << demo.grid->CellValue(r, 2).toString();
                 }
-                QCOMPARE(parts.size(), 6);
                 QStringList sorted = parts;
                 std::sort(sorted.begin(), sorted.end());
                 if (order == Qt::DescendingOrder)
@@ -310,44 +254,12 @@ private slots:
         }
     }
 
-    void cellEditCommitsTheWholeRowBackToTheArray() {
+    void editsReachTheArrayAsTheCommitModeSays() {
         GridDemo demo;
         demo.Generate(5);
         demo.Load();
-        demo.grid->SetCommitMode(GridCommit::OnCellEdit);
-        QSignalSpy committed(demo.grid, &GridEX::RowCommitted);
-        demo.grid->SortBy(QStringLiteral("ID"), Qt::DescendingOrder); // row 1 shows record 5
-        TypeIntoCell(*demo.grid, 1, "Qty", QStringLiteral("12.5"));
-        QCOMPARE(demo.rows[4][3].toString(), QStringLiteral("12.5"));
-        QCOMPARE(demo.rows[0][3].toString(), FormatNumber(37.0 / 4, QStringLiteral("0.0#")));
-        QCOMPARE(committed.count(), 1);
-        QCOMPARE(committed.first().first().toInt(), 5);
-        QCOMPARE(demo.grid->CellValue(1, 4).toString(), QStringLiteral("12.5"));
-
-        // A check box click commits at once.
         QAbstractItemModel* model = demo.grid->Model();
-        const QModelIndex check = model->index(1, demo.grid->Columns()("Order").Index() - 1);
-        QVERIFY(model->flags(check) & Qt::ItemIsUserCheckable);
-        const bool was = demo.rows[3][4].toBool();
-        QVERIFY(model->setData(check, was ? Qt::Unchecked : Qt::Checked, Qt::CheckStateRole));
-        Settle();
-        QCOMPARE(demo.rows[3][4].toBool(), !was);
-        QCOMPARE(committed.count(), 2);
-    }
-
-    void rowChangeModeWaitsForTheRowToBeLeft() {
-        GridDemo demo;
-        demo.Generate(5);
-        demo.Load();
-        demo.grid->SetRow(2);
-        TypeIntoCell(*demo.grid, 2, "Note", QStringLiteral("first"));
-        TypeIntoCell(*demo.grid, 2, "Qty", QStringLiteral("3"));
-        // Enter submits the row.
-        QCOMPARE(demo.rows[1][6].toString(), QStringLiteral("first"));
-        QCOMPARE(demo.rows[1][3].toString(), QStringLiteral("3"));
-
-        // A check box click stays with the row until the row is left.
-        QAbstractItemModel* model = demo.grid->Model();
+        // Row-change mode: a check box click stays with the row until the row is left.
         demo.grid->SetRow(3);
         QVERIFY(model->setData(model->index(2, 6), QStringLiteral("pending")));
         QVERIFY(model->setData(model->index(2, 4), Qt::Checked, Qt::CheckStateRole));
@@ -359,21 +271,34 @@ private slots:
         Settle();
         QCOMPARE(demo.rows[2][6].toString(), QStringLiteral("pending"));
         QCOMPARE(demo.rows[2][4].toBool(), true);
-        QVERIFY(!demo.grid->HasPendingEdit());
-    }
+        // Enter submits the row.
+        TypeIntoCell(*demo.grid, 2, "Note", QStringLiteral("first"));
+        QCOMPARE(demo.rows[1][6].toString(), QStringLiteral("first"));
 
-    void cancelledCommitKeepsTheArrayAndShowsItAgain() {
-        GridDemo demo;
-        demo.Generate(3);
-        demo.Load();
+        // Cell-edit mode on a sorted grid: the whole row goes back to its own record.
+        demo.grid->SetCommitMode(GridCommit::OnCellEdit);
+        QSignalSpy committed(demo.grid, &GridEX::RowCommitted);
+        demo.grid->SortBy(QStringLiteral("ID"), Qt::DescendingOrder); // row 1 shows record 5
+        TypeIntoCell(*demo.grid, 1, "Qty", QStringLiteral("12.5"));
+        QCOMPARE(demo.rows[4][3].toString(), QStringLiteral("12.5"));
+        QCOMPARE(demo.rows[0][3].toString(), FormatNumber(37.0 / 4, QStringLiteral("0.0#")));
+        QCOMPARE(committed.count(), 1);
+        QCOMPARE(committed.first().first().toInt(), 5);
+        // A check box click commits at once.
+        const bool was = demo.rows[3][4].toBool();
+        QVERIFY(model->setData(model->index(1, 4), was ? Qt::Unchecked : Qt::Checked,
+                               Qt::CheckStateRole));
+        Settle();
+        QCOMPARE(demo.rows[3][4].toBool(), !was);
+        QCOMPARE(committed.count(), 2);
+
+        // A refused commit keeps the array and shows it again.
+        demo.grid->SetCommitMode(GridCommit::OnRowChange);
         demo.refuseCommit = true;
-        const QVariant before = demo.rows[0][3];
-        QAbstractItemModel* model = demo.grid->Model();
+        const QVariant before = demo.rows[4][3];
         QVERIFY(model->setData(model->index(0, 3), QStringLiteral("77")));
-        QCOMPARE(demo.grid->CellValue(1, 4).toString(), QStringLiteral("77"));
         QVERIFY(!demo.grid->Update());
-        QCOMPARE(demo.commits, 1);
-        QCOMPARE(demo.rows[0][3], before);
+        QCOMPARE(demo.rows[4][3], before);
         QCOMPARE(demo.grid->CellValue(1, 4), before);
     }
 
@@ -385,16 +310,17 @@ private slots:
             [](const QString&, int code) { return code == '\'' ? int('`') : code; });
         demo.grid->SetCommitMode(GridCommit::OnCellEdit);
         TypeIntoCell(*demo.grid, 1, "Qty", QStringLiteral("a1b2.5.x"));
-        QCOMPARE(demo.rows[0][3].toString(), QStringLiteral("12.5"));
         TypeIntoCell(*demo.grid, 1, "Note", QStringLiteral("it's"));
-        QCOMPARE(demo.rows[0][6].toString(), QStringLiteral("it`s"));
+        QCOMPARE(demo.rows[0][3].toString() + '|' + demo.rows[0][6].toString(),
+                 QStringLiteral("12.5|it`s"));
         // Columns that are not editable take no editor at all.
         QVERIFY(!(demo.grid->Model()->flags(demo.grid->Model()->index(0, 1)) & Qt::ItemIsEditable));
         demo.grid->SetAllowEdit(false);
         QVERIFY(!(demo.grid->Model()->flags(demo.grid->Model()->index(0, 3)) & Qt::ItemIsEditable));
     }
 
-    void deleteWithCancelKeepsTheRow() {
+    // A refused delete keeps the row; a refused new row keeps what was typed in it.
+    void deletedAndNewRowsWithCancel() {
         GridDemo demo;
         demo.Generate(4);
         demo.Load();
@@ -404,55 +330,39 @@ private slots:
         demo.grid->SetRow(1);
         QTest::keyClick(demo.grid->TableView(), Qt::Key_Delete);
         QCOMPARE(demo.deleteAsked, QList<int>({4}));
-        QCOMPARE(demo.grid->RowCount(), 4);
-        QCOMPARE(demo.grid->ItemCount(), 4);
-        QCOMPARE(demo.rows.size(), 4);
-        QCOMPARE(demo.grid->CellValue(1, 1).toInt(), 4);
-
+        QCOMPARE(Column(*demo.grid, "ID"), QStringList({"4", "3", "2", "1"}));
         demo.refuseDelete = false;
         demo.grid->SetRow(2); // record 3
         QTest::keyClick(demo.grid->TableView(), Qt::Key_Delete);
         QCOMPARE(demo.rows.size(), 3);
-        QCOMPARE(demo.grid->RowCount(), 3);
-        QStringList ids;
-        for (int r = 1; r <= 3; ++r)
-            ids << demo.grid->CellValue(r, 1).toString();
-        QCOMPARE(ids, QStringList({"4", "2", "1"}));
+        QCOMPARE(Column(*demo.grid, "ID"), QStringList({"4", "2", "1"}));
         QCOMPARE(demo.grid->RecordIndex(1), 3); // the records under the deleted one moved up
-
         // Without the delete permission the key does nothing.
         demo.grid->SetAllowDelete(false);
         QTest::keyClick(demo.grid->TableView(), Qt::Key_Delete);
         QCOMPARE(demo.rows.size(), 3);
-    }
 
-    void newRowIsAddedOrKeptWhenCancelled() {
-        GridDemo demo;
-        demo.Generate(2);
-        demo.Load();
+        demo.grid->ClearSort();
         demo.grid->SetAllowAddNew(true);
         QAbstractItemModel* model = demo.grid->Model();
-        QCOMPARE(model->rowCount(), 3);
-        QCOMPARE(demo.grid->RowCount(), 2);
+        QCOMPARE(model->rowCount(), 4);
         // Without a part number the owner refuses: the typed note stays in the new row.
-        QVERIFY(model->setData(model->index(2, 6), QStringLiteral("no part")));
-        demo.grid->SetRow(3);
+        QVERIFY(model->setData(model->index(3, 6), QStringLiteral("no part")));
+        demo.grid->SetRow(4);
         QVERIFY(!demo.grid->Update());
-        QCOMPARE(demo.rows.size(), 2);
-        QCOMPARE(demo.grid->CellValue(3, 7).toString(), QStringLiteral("no part"));
-        QVERIFY(model->setData(model->index(2, 1), QStringLiteral("NEW1")));
+        QCOMPARE(demo.rows.size(), 3);
+        QCOMPARE(demo.grid->CellValue(4, 7).toString(), QStringLiteral("no part"));
+        QVERIFY(model->setData(model->index(3, 1), QStringLiteral("NEW1")));
         demo.grid->SetRow(1);
         Settle();
-        QCOMPARE(demo.rows.size(), 3);
-        QCOMPARE(demo.rows[2][1].toString(), QStringLiteral("NEW1"));
-        QCOMPARE(demo.rows[2][6].toString(), QStringLiteral("no part"));
-        QCOMPARE(demo.grid->ItemCount(), 3);
-        QCOMPARE(demo.grid->RowCount(), 3);
-        QCOMPARE(demo.grid->CellValue(3, 1).toInt(), 3);  // the id the owner gave
-        QCOMPARE(demo.grid->CellValue(4, 2), QVariant()); // a fresh blank row
+        QCOMPARE(demo.rows.size(), 4);
+        QCOMPARE(demo.rows[3][1].toString() + '|' + demo.rows[3][6].toString(),
+                 QStringLiteral("NEW1|no part"));
+        QCOMPARE(demo.grid->CellValue(4, 1).toInt(), 5);  // the id the owner gave
+        QCOMPARE(demo.grid->CellValue(5, 2), QVariant()); // a fresh blank row
     }
 
-    void itemCountCycleRereadsTheArray() {
+    void itemCountCycleRereadsTheArrayAndCardsShowIt() {
         GridDemo demo;
         demo.Generate(3);
         demo.Load();
@@ -467,21 +377,13 @@ private slots:
         demo.rows[1][1] = QStringLiteral("AGAIN");
         demo.grid->RefreshRecord(2);
         QCOMPARE(demo.grid->CellValue(2, 2).toString(), QStringLiteral("AGAIN"));
-    }
 
-    void cardViewShowsCaptionAndValueLines() {
-        GridDemo demo;
-        demo.Generate(2);
-        demo.Load();
+        // Cards: a caption and value line for each visible column (ID is hidden).
         demo.grid->SetView(GridView::Card);
-        QCOMPARE(demo.grid->View(), GridView::Card);
         QVERIFY(demo.grid->CardView()->isVisibleTo(demo.grid));
-        const QStringList lines = GridCardDelegate::CardLines(demo.grid, 2);
-        QCOMPARE(lines.size(), 6); // ID is hidden
-        QCOMPARE(lines[0], QStringLiteral("Part No: ") + demo.rows[1][1].toString());
-        QCOMPARE(lines[1], QStringLiteral("Supplier: ") + demo.rows[1][2].toString());
-        QCOMPARE(lines[3], QStringLiteral("Order: True"));
-        QCOMPARE(GridCardDelegate::CardLines(demo.grid, 1)[3], QStringLiteral("Order: False"));
+        QCOMPARE(
+            GridCardDelegate::CardLines(demo.grid, 2).mid(0, 4),
+            QStringList({"Part No: AGAIN", "Supplier: Supplier C", "Qty: 18.5", "Order: True"}));
         demo.grid->SetView(GridView::Table);
         QVERIFY(demo.grid->TableView()->isVisibleTo(demo.grid));
     }
@@ -505,16 +407,66 @@ private slots:
         const QRect cell = view->visualRect(demo.grid->Model()->index(1, 1));
         QTest::mouseClick(view->viewport(), Qt::LeftButton, {}, cell.center());
         QCOMPARE(order, QStringList({"up below"}));
-        const QPoint inGrid = view->viewport()->mapTo(demo.grid, cell.center());
-        QCOMPARE(demo.grid->RowAt(inGrid), 2);
+        QCOMPARE(demo.grid->RowAt(view->viewport()->mapTo(demo.grid, cell.center())), 2);
+    }
+
+    void printPanelChoosesPrinterAndPrintsTheGrid() {
+        auto laser = std::make_shared<RecordingPrinter>(QStringLiteral("Laser"));
+        auto label = std::make_shared<RecordingPrinter>(QStringLiteral("Label"));
+        SetPrinters({laser, label});
+        SetCurrentPrinter(label);
+        SetToday(QDate(2026, 11, 23));
+        GridDemo demo;
+        demo.Generate(4, 2);
+        demo.rows[2][6] =
+            QStringLiteral("Long description that wraps over more lines in its column");
+        demo.Load();
+        demo.grid->Columns()("Note").SetWidth(3000);
+        demo.grid->AddGroup(QStringLiteral("Supplier"));
+        demo.grid->ExpandAll();
+        ScriptedBoxes boxes;
+        boxes.answerInput(QStringLiteral("Stock by supplier"));
+        QTimer::singleShot(0, [] {
+            QWidget* panel = QApplication::activeModalWidget();
+            QVERIFY(panel);
+            QCOMPARE(panel->windowTitle(), QStringLiteral("Select Printer"));
+            auto* list = panel->findChild<QListWidget*>(QStringLiteral("lstPrinters"));
+            QCOMPARE(list->count(), 2);
+            QCOMPARE(list->currentRow(), 1);
+            QVERIFY(
+                panel->findChild<QRadioButton*>(QStringLiteral("optOrientation_0"))->isChecked());
+            list->setCurrentRow(0);
+            panel->findChild<QRadioButton*>(QStringLiteral("optOrientation_1"))->click();
+            panel->findChild<QPushButton*>(QStringLiteral("cmdPrintOK"))->click();
+        });
+        ShowPrintPanel(nullptr, demo.grid);
+        QVERIFY(label->Calls().isEmpty());
+        QCOMPARE(laser->Orientation(), int(vbPRORLandscape));
+        const QStringList texts = laser->Texts();
+        QCOMPARE(texts.value(0), QStringLiteral("23/11/2026  Stock by supplier"));
+        const qsizetype wrapped = texts.indexOf(QStringLiteral("Long description that "));
+        QVERIFY(wrapped > 0);
+        QCOMPARE(texts.mid(wrapped + 1, 2),
+                 QStringList({"wraps over more lines in ", "its column"}));
+        QCOMPARE(texts.filter(QRegularExpression(QStringLiteral("^Supplier: "))).size(), 2);
+        // Cancel prints nothing; with no printer at all Print cannot be pressed.
+        QTimer::singleShot(0, [] {
+            QApplication::activeModalWidget()
+                ->findChild<QPushButton*>(QStringLiteral("cmdPrintCancel"))
+                ->click();
+        });
+        ShowPrintPanel(nullptr, demo.grid);
+        QCOMPARE(laser->Documents(), 1);
+        QVERIFY(boxes.allAnswersUsed());
+        SetPrinters({});
+        frmPrintDialog none([](int) {});
+        QVERIFY(!none.findChild<QPushButton*>(QStringLiteral("cmdPrintOK"))->isEnabled());
     }
 
     void hundredThousandRowsReadOnlyWhatIsNeeded() {
         GridDemo demo;
         demo.Generate(100000, 20);
         demo.show();
-        QElapsedTimer t;
-        t.start();
         demo.Load();
         Settle();
         // Filling reads the rows on screen only.
@@ -531,8 +483,6 @@ private slots:
         ClickHeader(*demo.grid, "PartNo");
         Settle();
         QCOMPARE(demo.grid->CellValue(1, 2).toString(), QStringLiteral("P100000"));
-        ClickHeader(*demo.grid, "PartNo");
-        QCOMPARE(demo.grid->CellValue(1, 2).toString(), QStringLiteral("P000001"));
         QVERIFY2(demo.reads - afterSort < 2000,
                  qPrintable(QString::number(demo.reads - afterSort)));
 
@@ -545,7 +495,6 @@ private slots:
         Settle();
         QVERIFY2(demo.reads - beforeGroup <= 100000 + 4000,
                  qPrintable(QString::number(demo.reads - beforeGroup)));
-        QVERIFY2(t.elapsed() < 20000, qPrintable(QString::number(t.elapsed())));
     }
 };
 

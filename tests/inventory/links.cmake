@@ -1,2 +1,1 @@
 qs_add_test(test_links SOURCES ${CMAKE_CURRENT_LIST_DIR}/test_links.cpp)
-qs_add_test(test_links_panels GUI SOURCES ${CMAKE_CURRENT_LIST_DIR}/test_links_panels.cpp)

@@ -1,11 +1,18 @@
+// The inventory list: the rows each view mode lists from a prepared file, their masks, the filters
+// and first stages; and the list's own ordering, which must give, cell for cell, the walk of the
+// list's statement with its ORDER BY as the engine runs it, on data full of ties.
 #include "foundation/DbEngine.h"
 #include "foundation/Globals.h"
 #include "foundation/Helpers.h"
 #include "inventory/InventoryList.h"
+#include "inventory/PartNumberOrder.h"
 #include "tests/inventory/InventoryFixture.h"
 #include "tests/support/TestSupport.h"
 
+#include <QRandomGenerator>
 #include <QTest>
+#include <cmath>
+#include <optional>
 
 namespace {
 // The part numbers of the kept rows, in list order.
@@ -28,6 +35,13 @@ int rowOf(const UBItemResult& r, const QString& pno) {
 QString cell(const UBItemResult& r, const QString& pno, const char* key) {
     return r.data(UBItemColumn(QLatin1String(key)), rowOf(r, pno)).toString();
 }
+// The cells of a part number's row under `keys`, joined by "|".
+QString cells(const UBItemResult& r, const QString& pno, const QStringList& keys) {
+    QStringList out;
+    for (const QString& key : keys)
+        out << r.data(UBItemColumn(key), rowOf(r, pno)).toString();
+    return out.join(QLatin1Char('|'));
+}
 UBItemResult load(quint8 mode, const UBFilters& f = {}, qint32 supplier = 0,
                   const QString& name = {}, const QString& category = {}) {
     UBItemRequest q;
@@ -38,6 +52,150 @@ UBItemResult load(quint8 mode, const UBFilters& f = {}, qint32 supplier = 0,
     q.category = category;
     return LoadUBItems(q);
 }
+
+// The list as the statement with its ORDER BY walks it: the first row of each part number, as
+// text, kept; every cell written as the list writes it.
+QList<QStringList> walkOfStatement(const UBItemRequest& request) {
+    const UBViewSpec view =
+        UBViewFor(request.mode, request.supplierID, request.supplierName, request.category);
+    UBFilters filters = request.filters;
+    if (view.setsCategoryFilter)
+        filters.category = request.category;
+    Database db = DBEngine::OpenDatabase(gDbPath);
+    Recordset rs = db.OpenRecordset(UBItemStatement(filters, view.extraWhere));
+    const auto masked = [&](const char* name, const char* mask) {
+        const Field f = rs.Fields(QLatin1String(name));
+        return f.IsNull() ? QString() : FormatNumber(f.Double(), QLatin1String(mask));
+    };
+    QList<QStringList> rows;
+    std::optional<QString> last;
+    for (; !rs.Eof(); rs.MoveNext()) {
+        const QString pno = rs.Fields(QStringLiteral("MasterPNo")).Text();
+        if (last && *last == pno)
+            continue;
+        last = pno;
+        const Field buyNow = rs.Fields(QStringLiteral("BuyNow"));
+        rows << QStringList{
+            rs.Fields(QStringLiteral("ItemID")).Text(),
+            pno,
+            rs.Fields(QStringLiteral("ItemDescription")).Text(),
+            rs.Fields(QStringLiteral("ItemName")).Text(),
+            rs.Fields(QStringLiteral("Category")).Text(),
+            rs.Fields(QStringLiteral("Location")).Text(),
+            masked("Qty", "0.0#"),
+            masked("PriceEach", "0.00###"),
+            masked("SellAt", "0.00###"),
+            QString(),
+            QString(),
+            masked("OnOrderQty", "0.0#"),
+            QString(),
+            rs.Fields(QStringLiteral("ShortNm")).Text(),
+            rs.Fields(QStringLiteral("SupplierPNo")).Text(),
+            buyNow.IsNull() ? QString() : QString::number(qint64(std::floor(buyNow.Double()))),
+            masked("MinOrQty", "0.0#"),
+            UBCommentField(rs.Fields(QStringLiteral("Comment")).Text()),
+        };
+    }
+    return rows;
+}
+
+QList<QStringList> rowsOf(const UBItemResult& r) {
+    QList<QStringList> rows;
+    for (int row = 1; row <= r.rowCount; ++row) {
+        QStringList cells;
+        for (int c = 1; c <= r.data.Columns(); ++c)
+            cells << r.data(c, row).toString();
+        rows << cells;
+    }
+    return rows;
+}
+
+void compareWithStatement(const UBItemRequest& request) {
+    const QList<QStringList> expected = walkOfStatement(request);
+    const UBItemResult result = LoadUBItems(request);
+    QVERIFY(result.loaded);
+    const QList<QStringList> actual = rowsOf(result);
+    QCOMPARE(actual.size(), expected.size());
+    for (int i = 0; i < expected.size(); ++i)
+        QCOMPARE(actual[i], expected[i]);
+}
+
+// A file of items with every kind of tie: shared part numbers, part numbers that differ only in
+// case, none or an empty one, several suppliers with equal marks, unusual marks, no supplier,
+// several comments; rows of an item written out of the order of their items.
+void fillTies(int items, quint32 seed) {
+    QRandomGenerator rng(seed);
+    Database db = DBEngine::OpenDatabase(gDbPath);
+    db.BeginTrans();
+    for (int s = 1; s <= 6; ++s)
+        db.Execute(QStringLiteral("INSERT INTO tblSupAddresses (AddID, CoName, ShortNm) VALUES "
+                                  "(?, ?, ?)"),
+                   {s, QStringLiteral("Supplier %1").arg(s), QStringLiteral("S%1").arg(s)});
+    const QStringList stems = {"AB-1", "ab-1", "Ab-1", "AB-10", "AB-2", "b",   "B",
+                               "XY",   "xy",   "Z",    "é-1",   "É-1",  "a b", "AB-1 "};
+    QList<QVariantList> supplierRows;
+    for (int id = 1; id <= items; ++id) {
+        QVariant pno;
+        const quint32 pick = rng.bounded(40);
+        if (pick == 0)
+            pno = QVariant(); // no part number
+        else if (pick == 1)
+            pno = QString();
+        else if (pick < 20)
+            pno = stems[int(rng.bounded(stems.size()))];
+        else
+            pno = QStringLiteral("P%1").arg(rng.bounded(500), 4, 10, QLatin1Char('0'));
+        db.Execute(QStringLiteral("INSERT INTO tblStockItems (ItemID, MasterPNo, ItemName, "
+                                  "ItemDescription, Category, Location, Qty, Trigger, SellAt, "
+                                  "AllocQty, OnOrderQty, BuyNow) "
+                                  "VALUES (?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?)"),
+                   {id, pno, QStringLiteral("name %1").arg(id),
+                    QStringLiteral("desc %1").arg(rng.bounded(9)),
+                    rng.bounded(3) ? QVariant(QStringLiteral("CAT%1").arg(rng.bounded(3)))
+                                   : QVariant(QStringLiteral("AS")),
+                    QStringLiteral("BIN%1").arg(rng.bounded(5)), double(rng.bounded(20)) - 5.0,
+                    double(rng.bounded(8)), rng.bounded(1000) / 7.0, 0.0,
+                    rng.bounded(2) ? QVariant(double(rng.bounded(30)) / 4) : QVariant(),
+                    rng.bounded(4) ? QVariant(rng.bounded(3)) : QVariant(2.75)});
+        const int suppliers = int(rng.bounded(4));
+        for (int k = 0; k < suppliers; ++k) {
+            const quint32 m = rng.bounded(10);
+            const QVariant prime = m < 5   ? QVariant(0)
+                                   : m < 8 ? QVariant(1)
+                                   : m < 9 ? QVariant()
+                                           : QVariant(2);
+            supplierRows << QVariantList{id,
+                                         int(rng.bounded(7)),
+                                         QStringLiteral("SP-%1-%2").arg(id).arg(k),
+                                         double(rng.bounded(5)),
+                                         rng.bounded(10000) / 100.0,
+                                         prime};
+        }
+        for (int c = int(rng.bounded(5)); c >= 3; --c)
+            db.Execute(QStringLiteral("INSERT INTO tblItemComments (StockID, Comment) VALUES "
+                                      "(?, ?)"),
+                       {id, QStringLiteral("note %1 of item %2 with more than twenty-five "
+                                           "characters\r\nsecond line")
+                                .arg(c)
+                                .arg(id)});
+    }
+    // Supplier rows reach the file in another order than their items.
+    for (int i = supplierRows.size() - 1; i > 0; --i)
+        supplierRows.swapItemsAt(i, int(rng.bounded(i + 1)));
+    for (const QVariantList& row : supplierRows)
+        db.Execute(QStringLiteral("INSERT INTO tblItemSupplier (ItemID, SupplierID, "
+                                  "SupplierPNo, MinOrQty, PriceEach, PrimeSupplier) "
+                                  "VALUES (?, ?, ?, ?, ?, ?)"),
+                   row);
+    db.CommitTrans();
+}
+
+UBItemRequest request(quint8 mode) {
+    UBItemRequest r;
+    r.mode = mode;
+    return r;
+}
+
 } // namespace
 
 class TestInventoryList : public QObject {
@@ -95,23 +253,18 @@ private slots:
     void rowValuesFollowTheirMasks() {
         const UBItemResult all = load(UBMode::AllItems);
         // No supplier: listed through the joins with empty supplier columns.
-        QCOMPARE(cell(all, "A100", "Buy"), QString());
-        QCOMPARE(cell(all, "A100", "Vendor"), QString());
-        QCOMPARE(cell(all, "A100", "VendorPN"), QString());
-        QCOMPARE(cell(all, "A100", "Qty"), QStringLiteral("10"));
-        QCOMPARE(cell(all, "A100", "Sell"), QStringLiteral("0.10"));
-        QCOMPARE(cell(all, "A100", "Desc"), QStringLiteral("Resistor"));
-        QCOMPARE(cell(all, "A100", "Detail"), QStringLiteral("1k"));
-        QCOMPARE(cell(all, "A100", "Loc"), QStringLiteral("BIN1"));
-        QCOMPARE(all.data(1, rowOf(all, "A100")).toLongLong(), 1);
+        const QStringList keys = {"ItemID", "Desc",    "Detail", "Cat",     "Loc",
+                                  "Qty",    "Buy",     "Sell",   "Vendor",  "VendorPN",
+                                  "MOQ",    "OnOrder", "BuyNow", "Comments"};
+        QCOMPARE(cells(all, "A100", keys),
+                 QStringLiteral("1|Resistor|1k|RES|BIN1|10||0.10||||0|0|"));
+        QCOMPARE(cells(all, "K100", keys),
+                 QStringLiteral("14|Knob||KNB|BIN9|7|2.12346|2|BOLT|BB-K1|2.5|0|0|"));
         // Three suppliers: one row, showing a non-prime supplier (the lowest flag sorts first).
         QCOMPARE(partNumbers(all).count(QStringLiteral("B200")), 1);
         QVERIFY(cell(all, "B200", "Vendor") == QLatin1String("BOLT") ||
                 cell(all, "B200", "Vendor") == QLatin1String("ZED"));
-        QCOMPARE(cell(all, "B200", "OnOrder"), QStringLiteral("6"));
-        QCOMPARE(cell(all, "B200", "BuyNow"), QStringLiteral("1"));
-        QCOMPARE(cell(all, "K100", "Buy"), QStringLiteral("2.12346"));
-        QCOMPARE(cell(all, "K100", "MOQ"), QStringLiteral("2.5"));
+        QCOMPARE(cells(all, "B200", {"OnOrder", "BuyNow"}), QStringLiteral("6|1"));
         QCOMPARE(cell(all, "C300", "Qty"), QStringLiteral("2.5"));
         QCOMPARE(cell(all, "D400", "Qty"), QStringLiteral("-2"));
         for (const char* key : {"Alloc", "Avail", "Short"})
@@ -154,61 +307,112 @@ private slots:
     }
 
     void firstStagesCountTheirItems() {
-        const UBArray sups = LoadUBSuppliers();
-        QCOMPARE(sups.Columns(), 4);
-        QCOMPARE(sups.Rows(), 5);
-        QStringList names;
-        QList<qint64> counts;
-        for (int r = 1; r <= sups.Rows(); ++r) {
-            names << sups(2, r).toString();
-            counts << sups(4, r).toLongLong();
-        }
-        QCOMPARE(names, QStringList({"No Supplier", "Acme Components", "Bolt Brothers",
-                                     "No Supplier", "Zed Supplies"}));
+        const auto rows = [](const UBArray& a) {
+            QStringList out;
+            for (int r = 1; r <= a.Rows(); ++r) {
+                QStringList cells;
+                for (int c = 1; c <= a.Columns(); ++c)
+                    cells << a(c, r).toString();
+                out << cells.join(QLatin1Char('|'));
+            }
+            return out;
+        };
         // 19 items less the five supplier links, whichever supplier they are on.
-        QCOMPARE(counts, QList<qint64>({14, 1, 2, 1, 1}));
-        QCOMPARE(sups(1, 1).toInt(), 0);
-        QCOMPARE(sups(3, 1).toString(), QStringLiteral("NONE"));
-        QCOMPARE(sups(1, 3).toInt(), 2);
-        QCOMPARE(sups(3, 3).toString(), QStringLiteral("BOLT"));
-
-        const UBArray cats = LoadUBCategories();
-        QCOMPARE(cats.Columns(), 2);
-        QStringList catNames;
-        QList<qint64> catCounts;
-        for (int r = 1; r <= cats.Rows(); ++r) {
-            catNames << cats(1, r).toString();
-            catCounts << cats(2, r).toLongLong();
-        }
-        QCOMPARE(catNames, QStringList({"AS", "ASM", "CAP", "CON", "DIO", "ENC", "FUS", "GAS",
-                                        "JCK", "KNB", "LMP", "MSC", "RES"}));
-        QCOMPARE(catCounts, QList<qint64>({1, 1, 1, 1, 1, 1, 1, 2, 3, 1, 1, 4, 1}));
-
+        QCOMPARE(
+            rows(LoadUBSuppliers()),
+            QStringList({"0|No Supplier|NONE|14", "1|Acme Components|ACME|1",
+                         "2|Bolt Brothers|BOLT|2", "0|No Supplier||1", "3|Zed Supplies|ZED|1"}));
+        QCOMPARE(rows(LoadUBCategories()),
+                 QStringList({"AS|1", "ASM|1", "CAP|1", "CON|1", "DIO|1", "ENC|1", "FUS|1", "GAS|2",
+                              "JCK|3", "KNB|1", "LMP|1", "MSC|4", "RES|1"}));
         // An empty stock table: every supplier at 0, no categories at all.
-        Database db = DBEngine::OpenDatabase(gDbPath);
-        db.Execute(QStringLiteral("DELETE FROM tblStockItems"));
-        db.Execute(QStringLiteral("DELETE FROM tblItemSupplier"));
+        ExecSql(QStringLiteral("DELETE FROM tblStockItems"));
+        ExecSql(QStringLiteral("DELETE FROM tblItemSupplier"));
         QCOMPARE(LoadUBCategories().Rows(), 0);
         QCOMPARE(LoadUBSuppliers()(4, 1).toLongLong(), 0);
     }
 
-    void editedRowsAreCheckedBeforeTheyAreKept() {
-        UBItemResult all = load(UBMode::AllItems);
-        const int row = rowOf(all, "A100");
+    void editsOfALoadedListAreChecked() {
+        TestData data;
+        QVERIFY(data.ok());
+        fillTies(60, 7);
+        const QList<QStringList> expected = walkOfStatement(request(UBMode::AllItems));
+        UBItemResult r = LoadUBItems(request(UBMode::AllItems));
+        QVERIFY(r.rowCount > 3);
         QVector<QVariant> values;
-        for (int c = 1; c <= 18; ++c)
-            values << all.data(c, row);
+        for (int c = 1; c <= r.data.Columns(); ++c)
+            values << std::as_const(r.data)(c, 2);
         values[UBItemColumn(QStringLiteral("Qty")) - 1] = QStringLiteral("12.5");
-        values[UBItemColumn(QStringLiteral("Desc")) - 1] = QStringLiteral("Resistor 1%");
-        QVERIFY(UBCopyRowBack(all.data, row, values));
-        QCOMPARE(cell(all, "A100", "Qty"), QStringLiteral("12.5"));
-        QCOMPARE(cell(all, "A100", "Desc"), QStringLiteral("Resistor 1%"));
+        values[UBItemColumn(QStringLiteral("Desc")) - 1] = QStringLiteral("changed");
+        QVERIFY(UBCopyRowBack(r.data, 2, values));
+        QList<QStringList> rows = rowsOf(r);
+        QCOMPARE(rows[1].mid(1, 6), QStringList({expected[1][1], "changed", expected[1][3],
+                                                 expected[1][4], expected[1][5], "12.5"}));
+        // A refused edit copies nothing; the other rows never changed.
         values[UBItemColumn(QStringLiteral("Sell")) - 1] = QStringLiteral("$4.00");
         values[UBItemColumn(QStringLiteral("Qty")) - 1] = QStringLiteral("1");
-        QVERIFY(!UBCopyRowBack(all.data, row, values));
-        QCOMPARE(cell(all, "A100", "Qty"), QStringLiteral("12.5")); // nothing copied
+        QVERIFY(!UBCopyRowBack(r.data, 2, values));
+        QCOMPARE(rowsOf(r), rows);
         QVERIFY(UBEditFailureText().startsWith(
             QStringLiteral("The Database could not be updated. Maybe the data was invalid\n")));
+        rows.removeAt(1);
+        QList<QStringList> others = expected;
+        others.removeAt(1);
+        QCOMPARE(rows, others);
+    }
+
+    void listMatchesTheOrderedStatementOnTies() {
+        for (quint32 seed : {1u, 2u, 3u}) {
+            TestData data;
+            QVERIFY(data.ok());
+            fillTies(400, seed);
+            compareWithStatement(request(UBMode::AllItems));
+            compareWithStatement(request(UBMode::BelowMinimum));
+            UBItemRequest typed = request(UBMode::AllItems);
+            typed.filters.partNo = QStringLiteral("ab");
+            compareWithStatement(typed);
+            UBItemRequest cat = request(UBMode::ByCategory);
+            cat.category = QStringLiteral("CAT1");
+            compareWithStatement(cat);
+            UBItemRequest assy = request(UBMode::Assemblies);
+            assy.category = QStringLiteral("AS");
+            compareWithStatement(assy);
+            for (int sup = 0; sup <= 6; ++sup) {
+                UBItemRequest bySup = request(UBMode::BySupplier);
+                bySup.supplierID = sup;
+                compareWithStatement(bySup);
+            }
+        }
+    }
+
+    void sharedAndCaseVariantPartNumbers() {
+        TestData data;
+        QVERIFY(data.ok());
+        // Item 3 "abc" with a non-prime and a prime supplier, item 5 "ABC" with one non-prime
+        // supplier, item 7 "abc" again: the rows interleave by prime mark, and each change of
+        // the text keeps a row.
+        ExecSql(QStringLiteral("INSERT INTO tblStockItems (ItemID, MasterPNo, ItemDescription, "
+                               "Category) VALUES (7, 'abc', 'seven', 'C'), (3, 'abc', 'three', "
+                               "'C'), (5, 'ABC', 'five', 'C'), (9, 'abd', 'nine', 'C')"));
+        ExecSql(QStringLiteral("INSERT INTO tblItemSupplier (ItemID, SupplierID, SupplierPNo, "
+                               "PrimeSupplier) VALUES (3, 0, 'p3', 1), (5, 0, 'n5', 0), "
+                               "(3, 0, 'n3', 0), (7, 0, 'p7', 1)"));
+        const UBItemResult r = LoadUBItems(request(UBMode::AllItems));
+        QStringList seen;
+        for (int row = 1; row <= r.rowCount; ++row)
+            seen << r.data(1, row).toString() + QLatin1Char(':') + r.data(15, row).toString();
+        QCOMPARE(seen, QStringList({"3:n3", "5:n5", "3:p3", "9:"}));
+        compareWithStatement(request(UBMode::AllItems));
+    }
+
+    void firstRowWalkTakesEachChangeOfText() {
+        FirstRowPerPartNumber walk;
+        QVERIFY(walk.Take(QStringLiteral("A")));
+        QVERIFY(!walk.Take(QStringLiteral("A")));
+        QVERIFY(walk.Take(QStringLiteral("a")));
+        QVERIFY(walk.Take(QString()));
+        QVERIFY(!walk.Take(QByteArrayView()));
+        QVERIFY(walk.Take(QStringLiteral("A")));
     }
 
 private:

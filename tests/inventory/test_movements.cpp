@@ -10,42 +10,25 @@
 
 namespace {
 
-void Exec(const QString& sql, const QVariantList& values = {}) {
-    Database db = DBEngine::OpenDatabase(gDbPath);
-    db.Execute(sql, values);
-}
-
-// Every row of a query, its fields joined by "|".
-QStringList Rows(const QString& sql) {
-    Database db = DBEngine::OpenDatabase(gDbPath);
-    QStringList out;
-    for (Recordset rs = db.OpenRecordset(sql); !rs.Eof(); rs.MoveNext()) {
-        QStringList row;
-        for (int i = 0; i < rs.FieldCount(); ++i)
-            row << rs.Fields(i).Text();
-        out << row.join(QLatin1Char('|'));
-    }
-    return out;
-}
-
 void AddItem(qint32 id, double qty, double onOrder = 0) {
-    Exec(QStringLiteral("INSERT INTO tblStockItems (ItemID, MasterPNo, Category, Qty, OnOrderQty) "
-                        "VALUES (?, 'P', 'NEW', ?, ?)"),
-         {id, qty, onOrder});
+    ExecSql(QStringLiteral("INSERT INTO tblStockItems (ItemID, MasterPNo, Category, Qty, "
+                           "OnOrderQty) VALUES (?, 'P', 'NEW', ?, ?)"),
+            {id, qty, onOrder});
 }
 
 void AddPORow(qint32 poid, qint32 item, double qty, double received,
               const QString& sched = QStringLiteral("2026-12-24")) {
-    Exec(QStringLiteral("INSERT INTO tblPODetail (POID, POStockID, POQty, PORecieved, "
-                        "POSchedDate) VALUES (?, ?, ?, ?, ?)"),
-         {poid, item, qty, received, sched});
+    ExecSql(QStringLiteral("INSERT INTO tblPODetail (POID, POStockID, POQty, PORecieved, "
+                           "POSchedDate) VALUES (?, ?, ?, ?, ?)"),
+            {poid, item, qty, received, sched});
 }
 
 void AddHistory(const QString& date, const QString& type, double qty, const QString& text,
                 const QVariant& trn = {}) {
-    Exec(QStringLiteral("INSERT INTO tblItemHistory (StockID, HistDate, HistType, HistID, "
-                        "HistRef, HistTRN, HistQty, HistText) VALUES (5, ?, ?, 0, 'R1', ?, ?, ?)"),
-         {date, type, trn, qty, text});
+    ExecSql(QStringLiteral("INSERT INTO tblItemHistory (StockID, HistDate, HistType, HistID, "
+                           "HistRef, HistTRN, HistQty, HistText) VALUES (5, ?, ?, 0, 'R1', ?, ?, "
+                           "?)"),
+            {date, type, trn, qty, text});
 }
 
 } // namespace
@@ -53,53 +36,42 @@ void AddHistory(const QString& date, const QString& type, double qty, const QStr
 class TestMovements : public QObject {
     Q_OBJECT
 private slots:
-    void eachAdjustmentMovesQtyAndWritesHistory_data() {
-        QTest::addColumn<int>("kind");
-        QTest::addColumn<QString>("typed");
-        QTest::addColumn<QString>("history"); // the row written, as text
-        QTest::addColumn<QString>("cell");    // the list row's Qty cell afterwards
-        QTest::newRow("issue") << 0 << "2.5"
-                               << "ISSUE|-2.5"
-                               << "7.5";
-        QTest::newRow("return") << 1 << "2.5"
-                                << "RETURN|2.5"
-                                << "12.5";
-        QTest::newRow("adjust up") << 2 << "3"
-                                   << "ADJ(+)|3"
-                                   << "13";
-        QTest::newRow("adjust down") << 3 << "0.25"
-                                     << "ADJ(-)|-0.25"
-                                     << "9.75";
-        QTest::newRow("zero still logged") << 1 << "0"
-                                           << "RETURN|0"
-                                           << "10";
-        QTest::newRow("issue beyond stock") << 0 << "14"
-                                            << "ISSUE|-14"
-                                            << "-4";
-    }
+    // Each kind moves Qty by its signed amount and writes its history row; a quantity of 0 still
+    // writes one, and an issue beyond stock goes negative.
     void eachAdjustmentMovesQtyAndWritesHistory() {
-        QFETCH(int, kind);
-        QFETCH(QString, typed);
-        QFETCH(QString, history);
-        QFETCH(QString, cell);
-        TestData data;
-        ScriptedBoxes boxes;
-        AddItem(5, 10);
-        AddItem(6, 10);
-        const StockAdjustmentResult r =
-            PostStockAdjustment({AdjustmentKind(kind), typed, QStringLiteral("R-17"),
-                                 QStringLiteral("Bob's bench"), 5, QStringLiteral("10")});
-        QVERIFY(r.posted);
-        QCOMPARE(r.qtyCell, cell);
-        QCOMPARE(Rows(QStringLiteral("SELECT ItemID, Qty FROM tblStockItems ORDER BY ItemID")),
-                 QStringList({QStringLiteral("5|") + QString::number(10 + r.qty), "6|10"}));
-        QCOMPARE(Rows(QStringLiteral("SELECT StockID, HistDate, HistID, HistRef, HistText, "
-                                     "HistTRN IS NULL, HistType, HistQty FROM tblItemHistory")),
-                 QStringList({"5|2026-11-23|0|R-17|Bob`s bench|1|" + history}));
-        QCOMPARE(boxes.processingBars(), 1);
+        const struct {
+            AdjustmentKind kind;
+            const char* typed;
+            const char* history; // the row written
+            const char* cell;    // the list row's Qty cell afterwards
+        } cases[] = {{AdjustmentKind::Issue, "2.5", "ISSUE|-2.5", "7.5"},
+                     {AdjustmentKind::Return, "2.5", "RETURN|2.5", "12.5"},
+                     {AdjustmentKind::AdjustPlus, "3", "ADJ(+)|3", "13"},
+                     {AdjustmentKind::AdjustMinus, "0.25", "ADJ(-)|-0.25", "9.75"},
+                     {AdjustmentKind::Return, "0", "RETURN|0", "10"},
+                     {AdjustmentKind::Issue, "14", "ISSUE|-14", "-4"}};
+        for (const auto& c : cases) {
+            TestData data;
+            ScriptedBoxes boxes;
+            AddItem(5, 10);
+            AddItem(6, 10);
+            const StockAdjustmentResult r =
+                PostStockAdjustment({c.kind, QLatin1String(c.typed), QStringLiteral("R-17"),
+                                     QStringLiteral("Bob's bench"), 5, QStringLiteral("10")});
+            QVERIFY(r.posted);
+            QCOMPARE(r.qtyCell, QLatin1String(c.cell));
+            QCOMPARE(SqlRows(QStringLiteral("SELECT ItemID, Qty FROM tblStockItems ORDER BY 1")),
+                     QStringList({QStringLiteral("5|") + QLatin1String(c.cell), "6|10"}));
+            QCOMPARE(SqlRows(QStringLiteral("SELECT StockID, HistDate, HistID, HistRef, HistText, "
+                                            "HistTRN IS NULL, HistType, HistQty "
+                                            "FROM tblItemHistory")),
+                     QStringList(QStringLiteral("5|2026-11-23|0|R-17|Bob`s bench|1|") +
+                                 QLatin1String(c.history)));
+            QCOMPARE(boxes.processingBars(), 1);
+        }
     }
 
-    void adjustmentThatStops() {
+    void adjustmentThatStopsAndCommaLocale() {
         TestData data;
         ScriptedBoxes boxes;
         AddItem(5, 10);
@@ -112,18 +84,12 @@ private slots:
         // A list row with ItemID 0 stops without a word.
         QVERIFY(!PostStockAdjustment({AdjustmentKind::Return, "4", "", "", 0, "10"}).posted);
         QCOMPARE(boxes.shown().size(), 1);
-        QCOMPARE(Rows(QStringLiteral("SELECT Qty FROM tblStockItems")), QStringList({"10"}));
-        QVERIFY(Rows(QStringLiteral("SELECT * FROM tblItemHistory")).isEmpty());
-    }
+        QVERIFY(SqlRows(QStringLiteral("SELECT * FROM tblItemHistory")).isEmpty());
 
-    void adjustmentOnCommaLocale() {
-        TestData data;
         LocaleScope de(QLocale(QLocale::German, QLocale::Germany));
-        ScriptedBoxes boxes;
-        AddItem(5, 10);
         const auto r = PostStockAdjustment({AdjustmentKind::AdjustPlus, "1,5", "", "", 5, "10"});
         QCOMPARE(r.qtyCell, QStringLiteral("11,5"));
-        QCOMPARE(Rows(QStringLiteral("SELECT Qty, HistQty FROM tblStockItems, tblItemHistory")),
+        QCOMPARE(SqlRows(QStringLiteral("SELECT Qty, HistQty FROM tblStockItems, tblItemHistory")),
                  QStringList({"11.5|1.5"}));
     }
 
@@ -136,17 +102,16 @@ private slots:
         AddHistory("2000-12-31", "RX", 10, "Purchase Order: 0012", "GRN7");
         AddHistory("2040-01-01", "SHIP", -3, "POS");
         AddHistory("2026-05-05", "MOVE", 1, "shelf");
-        Exec(QStringLiteral("INSERT INTO tblItemHistory (StockID, HistType) VALUES (6, 'ISSUE')"));
-        const auto d = [](int y, int m, int day) { return ShowDate(QDate(y, m, day)); };
-        QVERIFY(!d(2001, 1, 1).isEmpty());
+        ExecSql(QStringLiteral("INSERT INTO tblItemHistory (StockID, HistType) VALUES (6, "
+                               "'ISSUE')"));
         const QList<QStringList> expected = {
-            {d(2026, 1, 2), "ISSUE", "-2", "R1", "", "Ann"},
-            {d(2026, 1, 3), "RETURN", "1.5", "R1", "", "Ann"},
-            {d(2001, 1, 1), "Adjust(+)", "4", "R1", "", "Ref: count"},
-            {d(2039, 12, 31), "Adjust(-)", "-1.25", "R1", "", "Ref: lost"},
+            {"02/01/2026", "ISSUE", "-2", "R1", "", "Ann"},
+            {"03/01/2026", "RETURN", "1.5", "R1", "", "Ann"},
+            {"01/01/2001", "Adjust(+)", "4", "R1", "", "Ref: count"},
+            {"31/12/2039", "Adjust(-)", "-1.25", "R1", "", "Ref: lost"},
             {"", "Received", "10", "R1", "GRN7", "Order Ref: Purchase Order: 0012"},
             {"", "Shipped", "-3", "R1", "", "Shipping Ref: POS"},
-            {d(2026, 5, 5), "MOVE", "1", "R1", "", "shelf"}};
+            {"05/05/2026", "MOVE", "1", "R1", "", "shelf"}};
         QCOMPARE(LoadItemHistory(5), expected);
         QVERIFY(LoadItemHistory(99).isEmpty());
     }
@@ -159,15 +124,15 @@ private slots:
             QStringLiteral("SELECT OnOrderQty FROM tblStockItems ORDER BY ItemID");
         AddPORow(1, 5, 4, 4); // complete: no open rows at all
         QCOMPARE(RefreshOnOrderQty(5), 0.0);
-        QCOMPARE(Rows(onOrder), QStringList({"0", "9"}));
+        QCOMPARE(SqlRows(onOrder), QStringList({"0", "9"}));
         AddPORow(2, 5, 10, 4); // partial receipts
         AddPORow(3, 5, 5, 0);
         AddPORow(3, 6, 100, 0);
         QCOMPARE(RefreshOnOrderQty(5), 11.0);
-        QCOMPARE(Rows(onOrder), QStringList({"11", "9"}));
+        QCOMPARE(SqlRows(onOrder), QStringList({"11", "9"}));
         AddPORow(4, 5, 2, 5.5); // received beyond the order: a negative term
         QCOMPARE(RefreshOnOrderQty(5), 7.5);
-        QCOMPARE(Rows(onOrder), QStringList({"7.5", "9"}));
+        QCOMPARE(SqlRows(onOrder), QStringList({"7.5", "9"}));
 
         // Inside the caller's transaction the uncommitted rows count, and nothing waits.
         Database db = DBEngine::OpenDatabase(gDbPath);
@@ -175,7 +140,7 @@ private slots:
         db.Execute(QStringLiteral("DELETE FROM tblPODetail"));
         QCOMPARE(RefreshOnOrderQty(5, &db), 0.0);
         db.Rollback();
-        QCOMPARE(Rows(onOrder), QStringList({"7.5", "9"}));
+        QCOMPARE(SqlRows(onOrder), QStringList({"7.5", "9"}));
     }
 
     void pendingOrderPanelReadsWithoutChange() {
@@ -183,40 +148,41 @@ private slots:
         AddPORow(12, 5, 10, 4);
         AddPORow(3, 5, 5, 0, QStringLiteral("2040-01-01"));
         AddPORow(7, 5, 8, 8);
-        Exec(QStringLiteral("INSERT INTO tblCusAddresses (AddID, CoName) VALUES (3, 'Bell Ltd')"));
-        Exec(QStringLiteral("INSERT INTO tblCustOrders (CustBasketID, CustID) VALUES (41, 3), "
-                            "(40, 3)"));
-        Exec(QStringLiteral("INSERT INTO tblCustOrderDetail (CustBasketDetailID, StockID, "
-                            "OrderedQty, ShippedQty) VALUES (41, 5, 6, 2), (40, 5, 3, 3), "
-                            "(40, 6, 9, 0)"));
-        Exec(QStringLiteral("INSERT INTO tblBaskets (StockID, ReqQty, OrderYN, FromID) VALUES "
-                            "(6, 3, 1, 0)"));
+        ExecSql(QStringLiteral("INSERT INTO tblCusAddresses (AddID, CoName) VALUES (3, 'Bell')"));
+        ExecSql(QStringLiteral("INSERT INTO tblCustOrders (CustBasketID, CustID) VALUES (41, 3), "
+                               "(40, 3)"));
+        ExecSql(QStringLiteral("INSERT INTO tblCustOrderDetail (CustBasketDetailID, StockID, "
+                               "OrderedQty, ShippedQty) VALUES (41, 5, 6, 2), (40, 5, 3, 3), "
+                               "(40, 6, 9, 0)"));
+        ExecSql(QStringLiteral("INSERT INTO tblBaskets (StockID, ReqQty, OrderYN, FromID) VALUES "
+                               "(6, 3, 1, 0)"));
         const QString basket = QStringLiteral("SELECT * FROM tblBaskets");
-        const QStringList before = Rows(basket);
+        const QStringList before = SqlRows(basket);
         const StockQtyInfo info = LoadStockQtyInfo(5);
         QVERIFY(!info.flagged);
-        QCOMPARE(info.onOrder, QList<QStringList>({{"0003", "", "5"},
-                                                   {"0012", ShowDate(QDate(2026, 12, 24)), "6"}}));
-        QCOMPARE(info.allocated, QList<QStringList>({{"0041", "Bell Ltd", "4"}}));
+        QCOMPARE(info.onOrder,
+                 QList<QStringList>({{"0003", "", "5"}, {"0012", "24/12/2026", "6"}}));
+        QCOMPARE(info.allocated, QList<QStringList>({{"0041", "Bell", "4"}}));
         QVERIFY(LoadStockQtyInfo(6).flagged);
-        QCOMPARE(Rows(basket), before);
+        QCOMPARE(SqlRows(basket), before);
     }
 
+    // Flagging twice adds no second basket row; un-flagging asks first.
     void flaggingForPurchasing() {
         TestData data;
         ScriptedBoxes boxes;
         const QString basket = QStringLiteral("SELECT StockID, ReqQty, OrderYN FROM tblBaskets");
         QCOMPARE(ApplyPurchasingFlag(5, true), BasketChange::Flagged);
         QCOMPARE(ApplyPurchasingFlag(5, true), BasketChange::None);
-        QCOMPARE(Rows(basket), QStringList({"5|0|1"}));
+        QCOMPARE(SqlRows(basket), QStringList({"5|0|1"}));
         QVERIFY(boxes.shown().isEmpty());
 
         boxes.answer(vbNo);
         QCOMPARE(ApplyPurchasingFlag(5, false), BasketChange::None);
-        QCOMPARE(Rows(basket).size(), 1);
+        QCOMPARE(SqlRows(basket).size(), 1);
         boxes.answer(vbYes);
         QCOMPARE(ApplyPurchasingFlag(5, false), BasketChange::Unflagged);
-        QVERIFY(Rows(basket).isEmpty());
+        QVERIFY(SqlRows(basket).isEmpty());
         QCOMPARE(boxes.prompts().size(), 2);
         QCOMPARE(boxes.shown()[1].prompt,
                  QStringLiteral(
@@ -227,7 +193,7 @@ private slots:
         QCOMPARE(ApplyPurchasingFlag(5, false), BasketChange::None); // nothing to ask
         gCanInventory = false;
         QCOMPARE(ApplyPurchasingFlag(5, true), BasketChange::None);
-        QVERIFY(Rows(basket).isEmpty());
+        QVERIFY(SqlRows(basket).isEmpty());
         QCOMPARE(boxes.prompts().size(), 2);
     }
 };

@@ -3,6 +3,7 @@
 #include "foundation/Clock.h"
 #include "foundation/DbEngine.h"
 #include "foundation/Globals.h"
+#include "foundation/Printer.h"
 #include "foundation/Rights.h"
 #include "foundation/Schema.h"
 #include "foundation/Startup.h"
@@ -109,13 +110,34 @@ void UseTestLocale() {
     gDecimalSep = ReadDecimalSep();
 }
 
-void ExecSql(const QString& sql) {
+void ExecSql(const QString& sql, const QVariantList& values) {
     Database db = DBEngine::OpenDatabase(gDbPath);
-    db.Execute(sql);
+    db.Execute(sql, values);
 }
 
 QString SqlFirst(const QString& sql) {
     Database db = DBEngine::OpenDatabase(gDbPath);
     Recordset rs = db.OpenRecordset(sql);
     return rs.Eof() ? QStringLiteral("<none>") : rs.Fields(0).Text();
+}
+
+QStringList SqlRows(const QString& sql) {
+    Database db = DBEngine::OpenDatabase(gDbPath);
+    QStringList out;
+    for (Recordset rs = db.OpenRecordset(sql); !rs.Eof(); rs.MoveNext()) {
+        QStringList row;
+        for (int i = 0; i < rs.FieldCount(); ++i)
+            row << rs.Fields(i).Text();
+        out << row.join(QLatin1Char('|'));
+    }
+    return out;
+}
+
+QStringList PlacedTexts(const RecordingPrinter& printer, int page) {
+    QStringList out;
+    for (const PrintCall& c : printer.Calls(PrintCall::Text))
+        if (page == 0 || c.page == page)
+            out << c.text + QLatin1Char('@') + QString::number(c.x, 'g', 8) + QLatin1Char(',') +
+                       QString::number(c.y, 'g', 8);
+    return out;
 }

@@ -7,6 +7,7 @@
 #include <QLocale>
 #include <QString>
 #include <QTemporaryDir>
+#include <QVariantList>
 #include <deque>
 #include <memory>
 
@@ -65,10 +66,16 @@ private:
     QList<ShownBox> mShown;
 };
 
-// Runs one statement on the business file.
-void ExecSql(const QString& sql);
+// Runs one statement on the business file, with its bound values.
+void ExecSql(const QString& sql, const QVariantList& values = {});
 // The first column of the first row of a query on the business file as text, "<none>" for no row.
 QString SqlFirst(const QString& sql);
+// Every row of a query on the business file, its fields as text joined by "|".
+QStringList SqlRows(const QString& sql);
+
+class RecordingPrinter;
+// The texts a recording printer drew, each as "text@x,y", on sheet `page` only when one is given.
+QStringList PlacedTexts(const RecordingPrinter& printer, int page = 0);
 
 // Sets the default locale (and gDecimalSep from it) for its lifetime.
 class LocaleScope {
