@@ -7,8 +7,8 @@
 #include <QFileInfo>
 #include <QRandomGenerator>
 #include <QRegularExpression>
-#include <chrono>
 #include <QSaveFile>
+#include <chrono>
 #include <cmath>
 #include <filesystem>
 #include <optional>
@@ -320,10 +320,14 @@ struct StatementCache {
         }
         idle.push_back({std::move(text), stmt});
     }
-    ~StatementCache() {
+    // After a change of the tables' structure: a kept statement would be compiled again only at
+    // its first step, so a record set would name its columns by the old structure.
+    void clear() {
         for (const Entry& e : idle)
             sqlite3_finalize(e.stmt);
+        idle.clear();
     }
+    ~StatementCache() { clear(); }
 };
 
 DbError::DbError(int number, const QString& description)
@@ -463,6 +467,12 @@ void Database::Execute(const QString& sql, const QVariantList& values) {
         throw err;
     }
     mRecordsAffected = sqlite3_changes64(mDb);
+    const QByteArray verb = text.trimmed().left(6).toUpper();
+    if (verb.startsWith("CREATE") || verb.startsWith("ALTER") || verb.startsWith("DROP")) {
+        sqlite3_finalize(stmt);
+        mStatements->clear();
+        return;
+    }
     mStatements->put(std::move(text), stmt);
 }
 

@@ -87,9 +87,20 @@ private slots:
     void recordsetWalkAndEdits() {
         TestData data;
         Database db = DBEngine::OpenDatabase(gDbPath);
-        Recordset empty = db.OpenRecordset(QStringLiteral("SELECT * FROM tblHome"));
-        QVERIFY(empty.Eof());
-        QCOMPARE(empty.RecordCount(), 0);
+        {
+            Recordset empty = db.OpenRecordset(QStringLiteral("SELECT * FROM tblHome"));
+            QVERIFY(empty.Eof());
+            QCOMPARE(empty.RecordCount(), 0);
+        }
+        // The same statement after a column is added names the new column (as an upgrade step
+        // probes, alters and reads again on one connection).
+        db.Execute(QStringLiteral("ALTER TABLE tblHome ADD COLUMN Extra TEXT"));
+        db.Execute(QStringLiteral("INSERT INTO tblHome (CoName, Extra) VALUES ('A', 'x')"));
+        QCOMPARE(db.OpenRecordset(QStringLiteral("SELECT * FROM tblHome"))
+                     .Fields(QStringLiteral("Extra"))
+                     .Text(),
+                 QStringLiteral("x"));
+        db.Execute(QStringLiteral("DELETE FROM tblHome"));
         for (int i = 1; i <= 5; ++i)
             db.Execute(QStringLiteral("INSERT INTO tblBaskets (StockID, ReqQty) VALUES (?, 0)"),
                        {i});
