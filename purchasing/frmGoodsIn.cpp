@@ -333,12 +333,13 @@ void frmGoodsIn::gdxOList_MouseUp(int xTwips, int yTwips) {
     if (record < 1 || record > GridRows.rowCount)
         return;
     const UBArray& list = GridRows.rows;
-    CurrentPOID = list(OListCol::POID, record).toString();
+    CurrentPOID = list(GinListCol::POID, record).toString();
     txtPOID->setText(CurrentPOID);
-    txtPONo->setText(list(OListCol::PONo, record).toString());
-    txtPODate->setText(list(OListCol::PODate, record).toString());
-    const QString supplier = list(OListCol::SupName, record).toString();
-    txtSupplier->setText(supplier.isEmpty() ? list(OListCol::NSSup, record).toString() : supplier);
+    txtPONo->setText(list(GinListCol::PONo, record).toString());
+    txtPODate->setText(list(GinListCol::PODate, record).toString());
+    const QString supplier = list(GinListCol::SupName, record).toString();
+    txtSupplier->setText(supplier.isEmpty() ? list(GinListCol::NSSup, record).toString()
+                                            : supplier);
     ShowCompleted = false;
     LoadOrderRows(qint32(Val(CurrentPOID)));
 }
