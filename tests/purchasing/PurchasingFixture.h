@@ -149,4 +149,12 @@ inline QString Joined(const UBArray& rows, int r) {
     return cells.join(QLatin1Char('|'));
 }
 
+// Each box shown, as "<title>: <prompt>".
+inline QStringList Said(const ScriptedBoxes& boxes) {
+    QStringList out;
+    for (const ShownBox& b : boxes.shown())
+        out << b.title + QStringLiteral(": ") + b.prompt;
+    return out;
+}
+
 } // namespace fixture
