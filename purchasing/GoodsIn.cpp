@@ -8,13 +8,12 @@
 #include "foundation/MsgBox.h"
 #include "foundation/Rights.h"
 #include "inventory/OnOrder.h"
+#include "purchasing/PurchasingCommon.h"
 
 #include <QList>
 #include <QPair>
 
 namespace {
-
-const QString kQtyMask = QStringLiteral("0.0#");
 
 QString Text(const UBArray& a, int column, int row) {
     return a(column, row).toString();
@@ -126,7 +125,7 @@ GoodsInArray LoadOrderRows(qint32 poid, bool showCompleted) {
     sql += QStringLiteral(" ORDER BY tblPODetail.RowID");
     Recordset rs = db.OpenRecordset(sql);
     const NumberMask qty(kQtyMask);
-    const NumberMask price(QStringLiteral("0.00###"));
+    const NumberMask price(kPriceMask);
     GoodsInArray out;
     out.rows.Redim(GinCol::Count, 0);
     while (!rs.Eof()) {
