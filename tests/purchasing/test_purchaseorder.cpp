@@ -224,8 +224,8 @@ private slots:
                  QStringList({"**RELAY", "CAP-1U", "R%X", "RELAY-5V", "RES-10K"}));
         QCOMPARE(Joined(all.rows, 1), "15|**RELAY|Value 15|CAT|Item 15|2.00|1|A-15");
         QCOMPARE(ShowSupplierParts(1, "R").rowCount, 3);
-        QCOMPARE(Joined(ShowSupplierParts(1, "R%").rows, 1),
-                 "14|R%X|Value 14|CAT|Item 14|2.00|1|A-14");
+        const BasketLoad percent = ShowSupplierParts(1, "R%");
+        QCOMPARE(Column(percent.rows, percent.rowCount, PartCol::PartNo), QStringList("R%X"));
         QCOMPARE(ShowSupplierParts(1, "RELAY").rowCount, 1);
         // Adding a part twice gives two basket rows and marks the item.
         AddPartToBasket(10);
