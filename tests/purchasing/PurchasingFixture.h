@@ -133,11 +133,11 @@ inline QStringList DumpAll() {
     return out;
 }
 
-// One column of a working array, rows 1..count.
-inline QStringList Column(const UBArray& rows, int count, int column) {
+// One column of a load of a working array (its rows and the count in use), rows 1..count.
+template <class Load> QStringList Column(const Load& load, int column) {
     QStringList out;
-    for (int r = 1; r <= count; ++r)
-        out << rows(column, r).toString();
+    for (int r = 1; r <= load.rowCount; ++r)
+        out << std::as_const(load.rows)(column, r).toString();
     return out;
 }
 

@@ -39,10 +39,6 @@ void Standard() {
         RefreshOnOrderQty(item);
 }
 
-QStringList Col(const GoodsInArray& a, int column) {
-    return Column(a.rows, a.rowCount, column);
-}
-
 // Types a received quantity into a row as the grid hands an edit over.
 bool Type(GoodsInArray& a, int row, const QString& text) {
     QVector<QVariant> values(GinCol::Count);
@@ -109,11 +105,12 @@ private slots:
         // Only orders with a differing row, each once; the gone supplier's name is blank and
         // sorts first; over-received order 5 stays.
         const GoodsInArray list = LoadOutstandingOrders();
-        QCOMPARE(Col(list, GinListCol::SupName), QStringList({"", "Acme", "Acme", "Bolt"}));
-        QCOMPARE(Col(list, GinListCol::PONo), QStringList({"REF-6", "REF-3", "REF-5", "REF-7"}));
-        QCOMPARE(Col(list, GinListCol::NSSup), QStringList(4, QString()));
+        QCOMPARE(Column(list, GinListCol::SupName), QStringList({"", "Acme", "Acme", "Bolt"}));
+        QCOMPARE(Column(list, GinListCol::PONo), QStringList({"REF-6", "REF-3", "REF-5", "REF-7"}));
+        QCOMPARE(Column(list, GinListCol::NSSup), QStringList(4, QString()));
         OrderListShown shown = ShowOrderList(list);
-        QCOMPARE(Col(shown.list, GinListCol::POID), QStringList({"0006", "0003", "0005", "0007"}));
+        QCOMPARE(Column(shown.list, GinListCol::POID),
+                 QStringList({"0006", "0003", "0005", "0007"}));
         QVERIFY(!shown.showNonStock);
         // Day/month/year on a month-first locale too; a row with no POID is not shown.
         {
@@ -122,13 +119,13 @@ private slots:
             usList.rows.SetRows(++usList.rowCount);
             usList.rows(GinListCol::NSSup, 2) = QStringLiteral("Includes NonStockItems");
             shown = ShowOrderList(usList);
-            QCOMPARE(Col(shown.list, GinListCol::PODate),
+            QCOMPARE(Column(shown.list, GinListCol::PODate),
                      QStringList({"02/11/2026", "02/11/2026", "02/11/2026", "04/03/2026"}));
             QVERIFY(shown.showNonStock);
         }
         // A date the screens show blank (the no-date value) stays blank.
         ExecSql("UPDATE tblPOrders SET PODate='2040-01-01' WHERE POID=7");
-        QCOMPARE(Col(ShowOrderList(LoadOutstandingOrders()).list, GinListCol::PODate).at(3), "");
+        QCOMPARE(Column(ShowOrderList(LoadOutstandingOrders()).list, GinListCol::PODate).at(3), "");
 
         // The rows of an order: the open ones, or all in RowID order; the no-date value blank.
         GoodsInArray rows = LoadOrderRows(3, false);
@@ -136,21 +133,21 @@ private slots:
         QCOMPARE(Joined(rows.rows, 1),
                  "1|RES-10K|Value 10|Resistor 10k|S-10|01/12/2026|2.50|10|10|||10|");
         rows = LoadOrderRows(3, true);
-        QCOMPARE(Col(rows, GinCol::RowID), QStringList({"1", "2"}));
-        QCOMPARE(Col(rows, GinCol::PQty), QStringList({"10", "0"}));
-        QCOMPARE(Col(rows, GinCol::DelDate), QStringList({"01/12/2026", ""}));
+        QCOMPARE(Column(rows, GinCol::RowID), QStringList({"1", "2"}));
+        QCOMPARE(Column(rows, GinCol::PQty), QStringList({"10", "0"}));
+        QCOMPARE(Column(rows, GinCol::DelDate), QStringList({"01/12/2026", ""}));
         // Over-received: a negative outstanding figure. A row of a deleted item isn't found.
         OrderRow(5, 999, "1", "0");
-        QCOMPARE(Col(LoadOrderRows(5, false), GinCol::PQty), QStringList({"-2"}));
+        QCOMPARE(Column(LoadOrderRows(5, false), GinCol::PQty), QStringList({"-2"}));
 
         // Typed quantities pass the mask, a minus sign included; a booked row keeps its values.
         QVERIFY(Type(rows, 1, "2.555"));
-        QCOMPARE(Col(rows, GinCol::RXd).first(), "2.56");
+        QCOMPARE(Column(rows, GinCol::RXd).first(), "2.56");
         Type(rows, 1, QString());
         Type(rows, 2, "-1.5");
         rows.rows(GinCol::NConf, 2) = QStringLiteral("Yes");
         QVERIFY(!Type(rows, 2, "9"));
-        QCOMPARE(Col(rows, GinCol::RXd), QStringList({"0", "-1.5"}));
+        QCOMPARE(Column(rows, GinCol::RXd), QStringList({"0", "-1.5"}));
         // Nothing outstanding anywhere: an empty list.
         ExecSql("UPDATE tblPODetail SET PORecieved = POQty");
         QCOMPARE(LoadOutstandingOrders().rowCount, 0);
@@ -174,12 +171,12 @@ private slots:
                           "'|' || typeof(HistID2) || ':' || HistID2 || '|' || HistRef || '|' || "
                           "HistTRN || '|' || HistQty || '|' || HistText) FROM tblItemHistory"),
                  "10|2026-11-25|RX|real:1.0|ADV-9|TRN-1|2.5|Purchase Order: REF-3");
-        QCOMPARE(Col(rows, GinCol::NConf), QStringList({"Yes", ""}));
+        QCOMPARE(Column(rows, GinCol::NConf), QStringList({"Yes", ""}));
         QCOMPARE(SqlFirst("SELECT group_concat(POPrice) || '|' || (SELECT PriceEach FROM "
                           "tblItemSupplier WHERE ItemID=10 AND SupplierID=1) || '|' || (SELECT "
                           "POComplete FROM tblPOrders WHERE POID=3) FROM tblPODetail WHERE POID=3"),
                  "2.5,1.0|2.0|0");
-        QCOMPARE(Col(LoadOrderRows(3, false), GinCol::PQty), QStringList({"7.5"}));
+        QCOMPARE(Column(LoadOrderRows(3, false), GinCol::PQty), QStringList({"7.5"}));
         // A second press books what still stands typed in the booked row once more.
         QCOMPARE(Book(rows), int(kBookInDone));
         QCOMPARE(Figures(), "5.0|5.0|5.0");
@@ -214,7 +211,7 @@ private slots:
         QCOMPARE(Count("tblItemHistory"), "5");
         QCOMPARE(SqlFirst("SELECT group_concat(PORecieved) FROM tblPODetail WHERE POID=8"),
                  "1.0,0.0,0.0,0.0");
-        QCOMPARE(Col(rows, GinCol::NConf), QStringList({"Yes", "", " Yes ", ""}));
+        QCOMPARE(Column(rows, GinCol::NConf), QStringList({"Yes", "", " Yes ", ""}));
         // No rows at all: done at once, nothing written.
         GoodsInArray empty;
         const QStringList before = DumpAll();
@@ -262,14 +259,14 @@ private slots:
                                       "Received Qty exceeds the OutStanding Qty.\nAre you sure "
                                       "that you want to continue?");
         QCOMPARE(DumpAll(), before);
-        QCOMPARE(Col(rows, GinCol::NConf), QStringList(""));
+        QCOMPARE(Column(rows, GinCol::NConf), QStringList(""));
         // Confirmed: the full quantity lands, outstanding goes negative, the order stays listed
         // and the item's on-order figure falls below zero.
         boxes.answer(vbYes);
         QCOMPARE(Book(rows), int(kBookInDone));
         QCOMPARE(Figures(), "12.0|-2.0|12.0");
-        QCOMPARE(Col(LoadOrderRows(3, false), GinCol::PQty), QStringList({"-2"}));
-        QVERIFY(Col(LoadOutstandingOrders(), GinListCol::POID).contains("3"));
+        QCOMPARE(Column(LoadOrderRows(3, false), GinCol::PQty), QStringList({"-2"}));
+        QVERIFY(Column(LoadOutstandingOrders(), GinListCol::POID).contains("3"));
 
         // An order with nothing outstanding, opened with its completed rows: "complete" asked
         // (and the "over" question not asked as well).
@@ -315,7 +312,7 @@ private slots:
         QCOMPARE(boxes.shown().at(0).flags, int(vbInformation));
         QCOMPARE(DumpAll(), before);
         // The rows marked before the failure are unmarked.
-        QCOMPARE(Col(rows, GinCol::NConf), QStringList(4, QString()));
+        QCOMPARE(Column(rows, GinCol::NConf), QStringList(4, QString()));
 
         // Without the trigger the same rows book in.
         ExecSql("DROP TRIGGER failThird");

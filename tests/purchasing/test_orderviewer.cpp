@@ -14,11 +14,7 @@ namespace {
 
 QStringList Ids(quint8 mode, const QString& po = QString(), const QString& su = QString()) {
     const OrderArray list = LoadOrderList(mode, po, su);
-    return Column(list.rows, list.rowCount, OListCol::OrID);
-}
-
-QStringList Col(const OrderArray& a, int column) {
-    return Column(a.rows, a.rowCount, column);
+    return Column(list, OListCol::OrID);
 }
 
 QString RowValues(int rowId) {
@@ -89,9 +85,9 @@ private slots:
         // The columns of a line; eta is the date of the first row met in the mode.
         const OrderArray all = LoadOrderList(OrderViewMode::All, QString(), QString());
         QCOMPARE(Joined(all.rows, 1), "0001|REF-1|Acme|30/09/2026|24/12/2026|xxxx|1|false|-Stock-");
-        QCOMPARE(Col(all, OListCol::Eta), QStringList({"24/12/2026", "", "", "", ""}));
+        QCOMPARE(Column(all, OListCol::Eta), QStringList({"24/12/2026", "", "", "", ""}));
         QCOMPARE(
-            Col(LoadOrderList(OrderViewMode::NotCompleted, QString(), QString()), OListCol::Eta)
+            Column(LoadOrderList(OrderViewMode::NotCompleted, QString(), QString()), OListCol::Eta)
                 .first(),
             "02/11/2026");
 
@@ -137,10 +133,10 @@ private slots:
         // By schedule date, then by item.
         OrderArray d = LoadOrderDetail(5);
         QVERIFY(boxes.shown().isEmpty());
-        QCOMPARE(Col(d, PODetailCol::RowID), QStringList({"3", "2", "1"}));
+        QCOMPARE(Column(d, PODetailCol::RowID), QStringList({"3", "2", "1"}));
         QCOMPARE(Joined(d.rows, 2),
                  "2|RES-10K|Value 10|Resistor 10k|S-10|01/12/2026|-1|12|0|2.00|24.00|10");
-        QCOMPARE(Col(d, PODetailCol::RowPrice), QStringList({"3.10", "24.00", "0.3125"}));
+        QCOMPARE(Column(d, PODetailCol::RowPrice), QStringList({"3.10", "24.00", "0.3125"}));
 
         // A commit takes the row as typed and works the total out again; nothing is written.
         QVector<QVariant> values = Values(d, 3, PODetailCol::Count);
@@ -178,8 +174,8 @@ private slots:
         QCOMPARE(ItemField(13, "OnOrderQty"), "42");
         // It lists with the order's rows as a zero line.
         d = LoadOrderDetail(5);
-        QCOMPARE(Col(d, PODetailCol::POQty).last(), "0");
-        QCOMPARE(Col(d, PODetailCol::RowPrice).last(), "0,00");
+        QCOMPARE(Column(d, PODetailCol::POQty).last(), "0");
+        QCOMPARE(Column(d, PODetailCol::RowPrice).last(), "0,00");
 
         // An order without rows says so.
         Order(6, 1);
@@ -206,7 +202,7 @@ private slots:
         ExecSql("UPDATE tblStockItems SET OnOrderQty = 99"); // stale
 
         OrderArray d = LoadOrderDetail(5);
-        QCOMPARE(Col(d, PODetailCol::RowID), QStringList({"3", "1", "2"}));
+        QCOMPARE(Column(d, PODetailCol::RowID), QStringList({"3", "1", "2"}));
         // Item 10's row set below what came in, item 11's set to it.
         d.rows(PODetailCol::POQty, 2) = QStringLiteral("4");
         d.rows(PODetailCol::POQty, 3) = QStringLiteral("6");

@@ -134,7 +134,7 @@ private slots:
         QCOMPARE(Joined(a.rows, 3), "RES-10K|Value 10|Resistor 10k|0|1||true|4|10|2.00|A-10");
         // The same item under Bolt at Bolt's price; Cobalt has nothing waiting.
         const BasketLoad b = LoadBasket(2);
-        QCOMPARE(Column(b.rows, b.rowCount, BasketCol::RowID), QStringList({"2", "3", "4"}));
+        QCOMPARE(Column(b, BasketCol::RowID), QStringList({"2", "3", "4"}));
         QCOMPARE(b.rows(BasketCol::Price, 1).toString(), "1.50");
         QCOMPARE(LoadBasket(3).rowCount, 0);
 
@@ -220,12 +220,12 @@ private slots:
         Link(15, 1, "2", "A-15");
         // By part number; a left-anchored match on the stored part number, "%" matched as itself.
         const BasketLoad all = ShowSupplierParts(1, QString());
-        QCOMPARE(Column(all.rows, all.rowCount, PartCol::PartNo),
+        QCOMPARE(Column(all, PartCol::PartNo),
                  QStringList({"**RELAY", "CAP-1U", "R%X", "RELAY-5V", "RES-10K"}));
         QCOMPARE(Joined(all.rows, 1), "15|**RELAY|Value 15|CAT|Item 15|2.00|1|A-15");
         QCOMPARE(ShowSupplierParts(1, "R").rowCount, 3);
         const BasketLoad percent = ShowSupplierParts(1, "R%");
-        QCOMPARE(Column(percent.rows, percent.rowCount, PartCol::PartNo), QStringList("R%X"));
+        QCOMPARE(Column(percent, PartCol::PartNo), QStringList("R%X"));
         QCOMPARE(ShowSupplierParts(1, "RELAY").rowCount, 1);
         // Adding a part twice gives two basket rows and marks the item.
         AddPartToBasket(10);
