@@ -8,13 +8,12 @@
 #include "foundation/MsgBox.h"
 #include "foundation/Rights.h"
 #include "inventory/OnOrder.h"
+#include "purchasing/PurchasingCommon.h"
 
 #include <QList>
 #include <QPair>
 
 namespace {
-
-const QString kQtyMask = QStringLiteral("0.0#");
 
 QString Text(const UBArray& a, int column, int row) {
     return a(column, row).toString();
@@ -62,23 +61,23 @@ GoodsInArray LoadOutstandingOrders() {
         QStringLiteral(" WHERE tblPODetail.POQty <> tblPODetail.PORecieved") +
         QStringLiteral(" ORDER BY tblSupAddresses.CoName, tblPOrders.POID"));
     GoodsInArray out;
-    out.rows.Redim(OListCol::Count, 0);
+    out.rows.Redim(GinListCol::Count, 0);
     while (!rs.Eof()) {
         const int r = AddRow(out);
         UBArray& row = out.rows;
-        row(OListCol::POID, r) = rs.Fields(0).Long();
-        row(OListCol::GRNNo, r) = QString();
-        row(OListCol::GRNDate, r) = QString();
-        row(OListCol::PONo, r) = rs.Fields(1).Text();
-        row(OListCol::PODate, r) = ShownDate(rs.Fields(3));
-        row(OListCol::SupName, r) = rs.Fields(2).Text();
-        row(OListCol::Loc, r) = QString();
-        row(OListCol::NSSup, r) = QString();
+        row(GinListCol::POID, r) = rs.Fields(0).Long();
+        row(GinListCol::GRNNo, r) = QString();
+        row(GinListCol::GRNDate, r) = QString();
+        row(GinListCol::PONo, r) = rs.Fields(1).Text();
+        row(GinListCol::PODate, r) = ShownDate(rs.Fields(3));
+        row(GinListCol::SupName, r) = rs.Fields(2).Text();
+        row(GinListCol::Loc, r) = QString();
+        row(GinListCol::NSSup, r) = QString();
         // The "no supplier" rule reads a column that was set empty just above, so its text never
         // shows; the rule stays as it always was.
-        if (!row(OListCol::SupName, r).toString().isEmpty() &&
-            !row(OListCol::NSSup, r).toString().isEmpty())
-            row(OListCol::NSSup, r) = QStringLiteral("Includes NonStockItems");
+        if (!row(GinListCol::SupName, r).toString().isEmpty() &&
+            !row(GinListCol::NSSup, r).toString().isEmpty())
+            row(GinListCol::NSSup, r) = QStringLiteral("Includes NonStockItems");
         rs.MoveNext();
     }
     return out;
@@ -89,24 +88,24 @@ OrderListShown ShowOrderList(const GoodsInArray& orderList) {
     const UBArray& from = orderList.rows;
     QList<int> kept;
     for (int r = 1; r <= orderList.rowCount; ++r)
-        if (!Text(from, OListCol::POID, r).isEmpty())
+        if (!Text(from, GinListCol::POID, r).isEmpty())
             kept << r;
     shown.list.rowCount = int(kept.size());
-    shown.list.rows.Redim(OListCol::Count, shown.list.rowCount);
+    shown.list.rows.Redim(GinListCol::Count, shown.list.rowCount);
     UBArray& to = shown.list.rows;
     for (int i = 0; i < kept.size(); ++i) {
         const int r = kept.at(i);
-        for (int c = 1; c <= OListCol::Count; ++c) {
+        for (int c = 1; c <= GinListCol::Count; ++c) {
             const QVariant v = from(c, r);
-            if (c == OListCol::POID)
+            if (c == GinListCol::POID)
                 to(c, i + 1) =
                     QStringLiteral("%1").arg(qint64(Val(v.toString())), 4, 10, QLatin1Char('0'));
-            else if (c == OListCol::GRNDate || c == OListCol::PODate)
+            else if (c == GinListCol::GRNDate || c == GinListCol::PODate)
                 to(c, i + 1) = DayMonthYear(v);
             else
                 to(c, i + 1) = v;
         }
-        if (!Text(from, OListCol::NSSup, r).isEmpty())
+        if (!Text(from, GinListCol::NSSup, r).isEmpty())
             shown.showNonStock = true;
     }
     return shown;
@@ -126,7 +125,7 @@ GoodsInArray LoadOrderRows(qint32 poid, bool showCompleted) {
     sql += QStringLiteral(" ORDER BY tblPODetail.RowID");
     Recordset rs = db.OpenRecordset(sql);
     const NumberMask qty(kQtyMask);
-    const NumberMask price(QStringLiteral("0.00###"));
+    const NumberMask price(kPriceMask);
     GoodsInArray out;
     out.rows.Redim(GinCol::Count, 0);
     while (!rs.Eof()) {

@@ -8,7 +8,7 @@
 #include <QVector>
 
 // Columns of OrderList, the orders found (and of the grid's list step).
-namespace OListCol {
+namespace GinListCol {
 enum : int {
     POID = 1,
     GRNNo,   // never filled by the list

@@ -2,6 +2,7 @@
 
 #include "foundation/Helpers.h"
 #include "foundation/Printer.h"
+#include "purchasing/PurchasingCommon.h"
 
 #include <QList>
 #include <algorithm>
@@ -180,9 +181,7 @@ bool HoldsQuantity(const QVariant& cell) {
 } // namespace
 
 bool PrintGoodsReceivedNote(const GrnInput& in) {
-    if (!in.printerName.isEmpty())
-        SelectPrinter(in.printerName);
-    Printer& p = CurrentPrinter();
+    Printer& p = DocumentPrinter(in.printerName);
 
     GoodsInArray none;
     const GoodsInArray& grid = in.rows ? *in.rows : none;
@@ -227,12 +226,11 @@ bool PrintGoodsReceivedNote(const GrnInput& in) {
         note.PrintRow(i + 1, printed.at(i));
     }
     note.FootRule();
-    const bool dropped = p.DocumentDropped();
-    p.EndDoc();
+    const bool sent = SendDocument(p);
 
     p.SetFontName(fontName);
     p.SetFontSize(fontSize);
     p.SetFontBold(bold);
     p.SetFontItalic(italic);
-    return !dropped;
+    return sent;
 }

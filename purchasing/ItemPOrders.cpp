@@ -3,6 +3,7 @@
 #include "foundation/DbEngine.h"
 #include "foundation/Globals.h"
 #include "foundation/Helpers.h"
+#include "purchasing/PurchasingCommon.h"
 
 const QList<ItemPOColumn>& ItemPOColumns() {
     static const QList<ItemPOColumn> columns = {
@@ -36,8 +37,8 @@ ItemPOrders LoadItemPOrders(qint32 itemId) {
     Database db = DBEngine::OpenDatabase(gDbPath);
     Recordset rs = db.OpenRecordset(ItemPOrdersStatement(itemId));
     const NumberMask id(QStringLiteral("0000"));
-    const NumberMask qty(QStringLiteral("0.0#"));
-    const NumberMask price(QStringLiteral("0.00###"));
+    const NumberMask qty(kQtyMask);
+    const NumberMask price(kPriceMask);
     UBArray& a = load.rows;
     int r = 0;
     for (; !rs.Eof(); rs.MoveNext()) {

@@ -8,6 +8,7 @@
 #include "grids/GridEX.h"
 #include "purchasing/FormControls.h"
 #include "purchasing/OrderViewer.h"
+#include "purchasing/PartsPanel.h"
 #include "purchasing/PrintFrame.h"
 #include "purchasing/PurchaseOrderDocument.h"
 
@@ -31,13 +32,6 @@ QRadioButton* Option(const QString& name, const QString& caption, QWidget* paren
     auto* o = new QRadioButton(caption, parent);
     o->setObjectName(name);
     return o;
-}
-
-// A cell of one of the working arrays, empty outside it.
-QVariant ArrayCell(const UBArray& rows, int count, int record, int column) {
-    if (count < 1 || record < 1 || record > count)
-        return {};
-    return rows(column, record);
 }
 
 const Qt::Alignment kRight = Qt::AlignRight | Qt::AlignVCenter;
@@ -139,34 +133,18 @@ ORViewer::ORViewer(QWidget* parent) : QDialog(parent) {
     gdxPODetail->hide();
 
     // --- the supplier's parts
-    frmPOParts = new QGroupBox(QStringLiteral("Items from this supplier"), this);
-    frmPOParts->setObjectName(QStringLiteral("frmPOParts"));
-    txtPOItemFilter = NamedBox(QStringLiteral("txtPOItemFilter"), frmPOParts);
-    txtPOItemFilter->setPlaceholderText(QStringLiteral("Part number begins with"));
-    AttachTextRules(txtPOItemFilter, true);
-    Command3 = NamedButton(QStringLiteral("Command3"), QStringLiteral("Clear"), frmPOParts);
-    btnAddToOrderHide =
-        NamedButton(QStringLiteral("btnAddToOrderHide"), QStringLiteral("Hide"), frmPOParts);
-    gdxPOParts = new GridEX(QStringLiteral("gdxPOParts"), frmPOParts);
-    gdxPOParts->SetGroupByBoxVisible(false);
-    gdxPOParts->SetAllowEdit(false);
-    gdxPOParts->SetCellReader([this](int record, int column) {
-        return ArrayCell(PartRows, PartRowCount, record, column);
-    });
+    auto* parts = new PartsPanel({QStringLiteral("frmPOParts"), QStringLiteral("txtPOItemFilter"),
+                                  QStringLiteral("Command3"), QStringLiteral("btnAddToOrderHide"),
+                                  QStringLiteral("gdxPOParts")},
+                                 QStringLiteral("Items from this supplier"),
+                                 QStringLiteral("Double-click an item to add it to the order"),
+                                 PartRows, PartRowCount, this);
+    frmPOParts = parts;
+    txtPOItemFilter = parts->Filter;
+    Command3 = parts->ClearButton;
+    btnAddToOrderHide = parts->HideButton;
+    gdxPOParts = parts->Grid;
     BuildPartColumns();
-    auto* partFilter = new QHBoxLayout;
-    auto* lblPart = new QLabel(QStringLiteral("PartNo"), frmPOParts);
-    lblPart->setBuddy(txtPOItemFilter);
-    partFilter->addWidget(lblPart);
-    partFilter->addWidget(txtPOItemFilter, 1);
-    partFilter->addWidget(Command3);
-    partFilter->addWidget(btnAddToOrderHide);
-    auto* partsLay = new QVBoxLayout(frmPOParts);
-    partsLay->addLayout(partFilter);
-    partsLay->addWidget(gdxPOParts, 1);
-    partsLay->addWidget(
-        new QLabel(QStringLiteral("Double-click an item to add it to the order"), frmPOParts));
-    frmPOParts->hide();
 
     // --- goods received notes
     frmGrns = new QGroupBox(QStringLiteral("Goods received"), this);

@@ -10,6 +10,7 @@
 #include "purchasing/PurchaseBasket.h"
 #include "purchasing/PurchaseOrder.h"
 #include "purchasing/PurchaseOrderDocument.h"
+#include "purchasing/PurchasingCommon.h"
 
 #include <QHash>
 #include <QList>
@@ -19,9 +20,6 @@ quint8 gOrderViewMode = OrderViewMode::NotCompleted;
 QString gRemoteMode;
 
 namespace {
-
-const QString kQtyMask = QStringLiteral("0.0#");
-const QString kPriceMask = QStringLiteral("0.00###");
 
 // A flag cell as a number: a tick of the grid is True (-1) or False (0); a value read from the
 // table keeps its number.
@@ -33,13 +31,6 @@ qint64 FlagValue(const QVariant& v) {
 
 QString Number(const QVariant& v) {
     return QString::number(qint64(Val(v.toString())));
-}
-
-// A number the engine holds goes to a mask as it is; text through the locale's reading.
-double Stored(const Field& f) {
-    return f.Type() == FieldType::Double || f.Type() == FieldType::Long
-               ? f.Double()
-               : ParseLocaleNumber(f.Value());
 }
 
 void CopyRow(UBArray& rows, int record, int columns, const QVector<QVariant>& values) {
@@ -204,8 +195,8 @@ OrderArray LoadOrderDetail(qint32 poid) {
     int r = 0;
     for (; !rs.Eof(); rs.MoveNext()) {
         a.SetRows(++r);
-        const double ordered = Stored(rs.Fields(fQty));
-        const double each = Stored(rs.Fields(fPrice));
+        const double ordered = StoredNumber(rs.Fields(fQty));
+        const double each = StoredNumber(rs.Fields(fPrice));
         a(PODetailCol::RowID, r) = rs.Fields(fRow).Long();
         a(PODetailCol::PNo, r) = rs.Fields(fPNo).Text();
         a(PODetailCol::PName, r) = rs.Fields(fName).Text();
@@ -214,7 +205,7 @@ OrderArray LoadOrderDetail(qint32 poid) {
         a(PODetailCol::DelDate, r) = ShowDate(ParseDateText(rs.Fields(fSched).Text()));
         a(PODetailCol::Chk, r) = rs.Fields(fConf).Long();
         a(PODetailCol::POQty, r) = qty.Screen(ordered);
-        a(PODetailCol::DelQty, r) = qty.Screen(Stored(rs.Fields(fRecd)));
+        a(PODetailCol::DelQty, r) = qty.Screen(StoredNumber(rs.Fields(fRecd)));
         a(PODetailCol::AtPrice, r) = price.Plain(each);
         a(PODetailCol::RowPrice, r) = price.Plain(ordered * each);
         a(PODetailCol::StockID, r) = rs.Fields(fStock).Long();
@@ -324,7 +315,7 @@ bool AddOrderRow(qint32 itemId, qint32 poid, qint32 supplierId) {
                vbInformation, QStringLiteral("Incorrect Supplier"));
         return false;
     }
-    const double price = Stored(rs.Fields(QStringLiteral("PriceEach")));
+    const double price = StoredNumber(rs.Fields(QStringLiteral("PriceEach")));
     const QString supPNo = rs.Fields(QStringLiteral("SupplierPNo")).Text();
     rs.Close();
 

@@ -6,24 +6,12 @@
 #include "foundation/Helpers.h"
 #include "foundation/MsgBox.h"
 #include "foundation/Rights.h"
+#include "purchasing/PurchasingCommon.h"
 
 #include <QLocale>
 
 qint32 gBasketSupplierID = 0;
 bool gNonStockSupplier = false;
-
-namespace {
-
-const QString kQtyMask = QStringLiteral("0.0#");
-
-// A stored number for a mask. A number the engine holds goes to the mask as it is: the mask
-// writes 15 significant digits, which is what ParseLocaleNumber's round trip would keep.
-double MaskValue(const Field& f) {
-    const QVariant v = f.Value();
-    return v.typeId() == QMetaType::Double ? v.toDouble() : ParseLocaleNumber(v);
-}
-
-} // namespace
 
 bool BasketTicked(const QVariant& v) {
     if (v.typeId() == QMetaType::Bool)
@@ -110,15 +98,15 @@ BasketLoad LoadBasket(qint32 supplierId) {
         a(BasketCol::PartNo, r) = partNo;
         a(BasketCol::Name, r) = rs.Fields(fName).Text();
         a(BasketCol::Description, r) = rs.Fields(fDesc).Text();
-        a(BasketCol::ReqQty, r) = qty.Screen(MaskValue(rs.Fields(fReq)));
-        a(BasketCol::MinQty, r) = qty.Screen(MaskValue(rs.Fields(fMin)));
+        a(BasketCol::ReqQty, r) = qty.Screen(StoredNumber(rs.Fields(fReq)));
+        a(BasketCol::MinQty, r) = qty.Screen(StoredNumber(rs.Fields(fMin)));
         a(BasketCol::DelDate, r) = ShowDate(rs.Fields(fDate).Value());
         // Any stored value other than 0 reads as ticked, a Null included.
         const Field tick = rs.Fields(fTick);
         a(BasketCol::Ticked, r) = tick.IsNull() || tick.Double() != 0;
         a(BasketCol::RowID, r) = rs.Fields(fRow).Long();
         a(BasketCol::ItemID, r) = rs.Fields(fItem).Long();
-        a(BasketCol::Price, r) = price.Plain(MaskValue(rs.Fields(fPrice)));
+        a(BasketCol::Price, r) = price.Plain(StoredNumber(rs.Fields(fPrice)));
         a(BasketCol::SupPNo, r) = rs.Fields(fSupPNo).Text();
     }
     return load;
@@ -170,7 +158,7 @@ QString RecalcOrderValue(const UBArray& rows, int rowCount) {
             total += ParseLocaleNumber(rows(BasketCol::ReqQty, r)) *
                      ParseLocaleNumber(rows(BasketCol::Price, r));
     }
-    return Format(total, QStringLiteral("0.00###"));
+    return Format(total, kPriceMask);
 }
 
 bool MayShowSupplierParts() {
@@ -199,7 +187,7 @@ BasketLoad ShowSupplierParts(qint32 supplierId, const QString& filter) {
         QStringLiteral(" AND tblStockItems.MasterPNo ") + LikePrefix(filter) +
         QStringLiteral(" ORDER BY MasterPNo"));
     const NumberMask qty(kQtyMask);
-    const NumberMask price(QStringLiteral("0.00###"));
+    const NumberMask price(kPriceMask);
     UBArray& a = load.rows;
     a.Redim(PartCol::Count, 0);
     int r = 0;
@@ -210,8 +198,8 @@ BasketLoad ShowSupplierParts(qint32 supplierId, const QString& filter) {
         a(PartCol::Name, r) = rs.Fields(2).Text();
         a(PartCol::Category, r) = rs.Fields(3).Text();
         a(PartCol::Description, r) = rs.Fields(4).Text();
-        a(PartCol::Price, r) = price.Plain(MaskValue(rs.Fields(5)));
-        a(PartCol::MinQty, r) = qty.Screen(MaskValue(rs.Fields(6)));
+        a(PartCol::Price, r) = price.Plain(StoredNumber(rs.Fields(5)));
+        a(PartCol::MinQty, r) = qty.Screen(StoredNumber(rs.Fields(6)));
         a(PartCol::SupPNo, r) = rs.Fields(7).Text();
         rs.MoveNext();
     }

@@ -9,6 +9,7 @@
 #include "foundation/Rights.h"
 #include "inventory/OnOrder.h"
 #include "purchasing/PurchaseBasket.h"
+#include "purchasing/PurchasingCommon.h"
 
 qint32 LastPOID(Database* db) {
     Database own;
@@ -97,10 +98,8 @@ OrderNowResult PlacePurchaseOrder(const OrderNowInput& in) {
                     QStringLiteral(" VALUES ") + QStringLiteral("(") + QString::number(item) +
                     QStringLiteral(",") + QString::number(poid) + QStringLiteral(",") +
                     SqlText(rows(BasketCol::SupPNo, r).toString()) + QStringLiteral(",") +
-                    SqlNumber(rows(BasketCol::ReqQty, r), QStringLiteral("0.0#")) +
-                    QStringLiteral(",") +
-                    SqlNumber(rows(BasketCol::Price, r), QStringLiteral("0.00###")) +
-                    QStringLiteral(",") +
+                    SqlNumber(rows(BasketCol::ReqQty, r), kQtyMask) + QStringLiteral(",") +
+                    SqlNumber(rows(BasketCol::Price, r), kPriceMask) + QStringLiteral(",") +
                     SqlDateLiteral(ParseDateText(rows(BasketCol::DelDate, r).toString())) +
                     QStringLiteral(",0,0,'','')"));
                 RefreshOnOrderQty(item, &db);

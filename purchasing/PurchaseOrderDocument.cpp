@@ -8,6 +8,7 @@
 #include "foundation/MsgBox.h"
 #include "foundation/Printer.h"
 #include "purchasing/PurchaseOrder.h"
+#include "purchasing/PurchasingCommon.h"
 
 #include <QList>
 #include <algorithm>
@@ -73,9 +74,7 @@ public:
 } // namespace
 
 int PrintPurchaseOrder(qint32 POID, bool AskDate) {
-    if (!gPOPrinterName.isEmpty())
-        SelectPrinter(gPOPrinterName);
-    Printer& p = CurrentPrinter();
+    Printer& p = DocumentPrinter(gPOPrinterName);
     const QString id = QString::number(POID);
 
     // --- the data, and every question, before anything is drawn
@@ -143,7 +142,6 @@ int PrintPurchaseOrder(qint32 POID, bool AskDate) {
 
     const Marks m(p);
     Sheet s(p, m);
-    const QString priceMask = QStringLiteral("0.00###");
     const QString orderNo = POIDText(POID);
 
     // --- first page
@@ -214,9 +212,9 @@ int PrintPurchaseOrder(qint32 POID, bool AskDate) {
         const double firstHeight = p.TextHeight();
         s.At(m.colPart, r.partNo);
         p.SetFontSize(8);
-        s.At(m.colCost, Format(r.price, priceMask));
-        s.At(m.colQty, FormatNumber(r.qty, QStringLiteral("0.0#")));
-        s.At(m.colTotal, Format(total, priceMask));
+        s.At(m.colCost, Format(r.price, kPriceMask));
+        s.At(m.colQty, FormatNumber(r.qty, kQtyMask));
+        s.At(m.colTotal, Format(total, kPriceMask));
 
         p.SetCurrentY(y + firstHeight + m.lineGap);
         s.At(m.colPart, r.description);
@@ -252,11 +250,9 @@ int PrintPurchaseOrder(qint32 POID, bool AskDate) {
     // --- foot
     p.SetFontBold(true);
     s.EndLine();
-    s.At(m.colTotal, Format(orderTotal, priceMask));
+    s.At(m.colTotal, Format(orderTotal, kPriceMask));
     s.At(m.colFoot, QStringLiteral("End of Purchase Order. Number of pages: ") +
                         QString::number(page) + QStringLiteral("      Total Order Value:"));
     s.EndLine();
-    const bool dropped = p.DocumentDropped();
-    p.EndDoc();
-    return dropped ? kPODocumentDropped : kPODocumentPrinted;
+    return SendDocument(p) ? kPODocumentPrinted : kPODocumentDropped;
 }

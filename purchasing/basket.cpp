@@ -9,6 +9,7 @@
 #include "grids/ColumnState.h"
 #include "grids/GridEX.h"
 #include "purchasing/FormControls.h"
+#include "purchasing/PartsPanel.h"
 #include "purchasing/PrintFrame.h"
 #include "purchasing/PurchaseBasket.h"
 #include "purchasing/PurchaseOrder.h"
@@ -101,36 +102,18 @@ basket::basket(QWidget* parent) : QDialog(parent) {
     BuildBasketColumns();
 
     // --- the supplier's parts
-    frmBParts = new QGroupBox(QStringLiteral("Inventory from this supplier"), this);
-    frmBParts->setObjectName(QStringLiteral("frmBParts"));
-    txtBSupItemFilter = NamedBox(QStringLiteral("txtBSupItemFilter"), frmBParts);
-    txtBSupItemFilter->setPlaceholderText(QStringLiteral("Part number begins with"));
-    AttachTextRules(txtBSupItemFilter, true);
-    Command5 = NamedButton(QStringLiteral("Command5"), QStringLiteral("Clear"), frmBParts);
-    Command3 = NamedButton(QStringLiteral("Command3"), QStringLiteral("Hide"), frmBParts);
-    gdxBParts = new GridEX(QStringLiteral("gdxBParts"), frmBParts);
-    gdxBParts->SetGroupByBoxVisible(false);
-    gdxBParts->SetAllowEdit(false);
-    gdxBParts->SetCellReader([this](int record, int column) -> QVariant {
-        if (PartRowCount < 1 || record > PartRowCount)
-            return {};
-        return PartRows(column, record);
-    });
+    auto* parts = new PartsPanel({QStringLiteral("frmBParts"), QStringLiteral("txtBSupItemFilter"),
+                                  QStringLiteral("Command5"), QStringLiteral("Command3"),
+                                  QStringLiteral("gdxBParts")},
+                                 QStringLiteral("Inventory from this supplier"),
+                                 QStringLiteral("Double-click a part to add it to the basket"),
+                                 PartRows, PartRowCount, this);
+    frmBParts = parts;
+    txtBSupItemFilter = parts->Filter;
+    Command5 = parts->ClearButton;
+    Command3 = parts->HideButton;
+    gdxBParts = parts->Grid;
     BuildPartColumns();
-    auto* filterRow = new QHBoxLayout;
-    auto* lblFilter = new QLabel(QStringLiteral("PartNo"), frmBParts);
-    lblFilter->setBuddy(txtBSupItemFilter);
-    filterRow->addWidget(lblFilter);
-    filterRow->addWidget(txtBSupItemFilter, 1);
-    filterRow->addWidget(Command5);
-    filterRow->addWidget(Command3);
-    auto* partsLay = new QVBoxLayout(frmBParts);
-    partsLay->addLayout(filterRow);
-    partsLay->addWidget(gdxBParts, 1);
-    auto* partsTip =
-        new QLabel(QStringLiteral("Double-click a part to add it to the basket"), frmBParts);
-    partsLay->addWidget(partsTip);
-    frmBParts->hide();
 
     // --- the supplier's address, kept but never shown
     frmNSSupDetails = new QGroupBox(this);

@@ -8,6 +8,7 @@
 #include "foundation/TextBoxRules.h"
 #include "grids/ColumnState.h"
 #include "grids/GridEX.h"
+#include "purchasing/FormControls.h"
 #include "purchasing/GrnDocument.h"
 #include "purchasing/PrintFrame.h"
 
@@ -27,16 +28,9 @@ namespace {
 
 const QString kSupName = QStringLiteral("SupName");
 
-QPushButton* Button(const QString& name, const QString& caption, QWidget* parent) {
-    auto* b = new QPushButton(caption, parent);
-    b->setObjectName(name);
-    b->setAutoDefault(false);
-    return b;
-}
-
+// A box of the order or the receipt: typed ones drop apostrophes, the others only show.
 QLineEdit* Box(const QString& name, QWidget* parent, bool typed) {
-    auto* e = new QLineEdit(parent);
-    e->setObjectName(name);
+    QLineEdit* e = NamedBox(name, parent);
     if (typed)
         AttachNoApostropheRules(e, true);
     else
@@ -54,8 +48,8 @@ frmGoodsIn::frmGoodsIn(QWidget* parent) : QDialog(parent) {
     setWindowFlag(Qt::WindowMinimizeButtonHint, true);
 
     // --- the bar
-    btnBar_0 = Button(QStringLiteral("btnBar_0"), QStringLiteral("Quit/Close"), this);
-    btnBar_2 = Button(QStringLiteral("btnBar_2"), QStringLiteral("Refresh the list"), this);
+    btnBar_0 = NamedButton(QStringLiteral("btnBar_0"), QStringLiteral("Quit/Close"), this);
+    btnBar_2 = NamedButton(QStringLiteral("btnBar_2"), QStringLiteral("Refresh the list"), this);
     auto* bar = new QHBoxLayout;
     bar->addWidget(btnBar_0);
     bar->addWidget(btnBar_2);
@@ -107,10 +101,8 @@ frmGoodsIn::frmGoodsIn(QWidget* parent) : QDialog(parent) {
     gdxOList = new GridEX(QStringLiteral("gdxOList"), this);
     gdxOList->SetGroupByBoxVisible(false);
     gdxOList->SetCommitMode(GridCommit::OnCellEdit);
-    gdxOList->SetCellReader([this](int record, int column) -> QVariant {
-        if (record < 1 || record > GridRows.rowCount)
-            return {};
-        return std::as_const(GridRows.rows)(column, record);
+    gdxOList->SetCellReader([this](int record, int column) {
+        return ArrayCell(GridRows.rows, GridRows.rowCount, record, column);
     });
     gdxOList->SetRowCommitHandler([this](int record, GridRowValues& values, bool& cancel) {
         // A booked row keeps its values.
@@ -139,11 +131,11 @@ frmGoodsIn::frmGoodsIn(QWidget* parent) : QDialog(parent) {
     }
 
     // --- the row step's buttons
-    btnSeeCompletedRows =
-        Button(QStringLiteral("btnSeeCompletedRows"), QStringLiteral("Show Completed Rows"), this);
+    btnSeeCompletedRows = NamedButton(QStringLiteral("btnSeeCompletedRows"),
+                                      QStringLiteral("Show Completed Rows"), this);
     btnSeeCompletedRows->setEnabled(false);
-    cmdBookIn = Button(QStringLiteral("cmdBookIn"), QStringLiteral("Book In"), this);
-    Command1 = Button(QStringLiteral("Command1"), QStringLiteral("Close"), this);
+    cmdBookIn = NamedButton(QStringLiteral("cmdBookIn"), QStringLiteral("Book In"), this);
+    Command1 = NamedButton(QStringLiteral("Command1"), QStringLiteral("Close"), this);
     auto* foot = new QHBoxLayout;
     foot->addWidget(btnSeeCompletedRows);
     foot->addStretch();
@@ -333,12 +325,13 @@ void frmGoodsIn::gdxOList_MouseUp(int xTwips, int yTwips) {
     if (record < 1 || record > GridRows.rowCount)
         return;
     const UBArray& list = GridRows.rows;
-    CurrentPOID = list(OListCol::POID, record).toString();
+    CurrentPOID = list(GinListCol::POID, record).toString();
     txtPOID->setText(CurrentPOID);
-    txtPONo->setText(list(OListCol::PONo, record).toString());
-    txtPODate->setText(list(OListCol::PODate, record).toString());
-    const QString supplier = list(OListCol::SupName, record).toString();
-    txtSupplier->setText(supplier.isEmpty() ? list(OListCol::NSSup, record).toString() : supplier);
+    txtPONo->setText(list(GinListCol::PONo, record).toString());
+    txtPODate->setText(list(GinListCol::PODate, record).toString());
+    const QString supplier = list(GinListCol::SupName, record).toString();
+    txtSupplier->setText(supplier.isEmpty() ? list(GinListCol::NSSup, record).toString()
+                                            : supplier);
     ShowCompleted = false;
     LoadOrderRows(qint32(Val(CurrentPOID)));
 }

@@ -1,7 +1,6 @@
-// "Order Now" without a window: the checks, the order numbers, the rows written, the basket
-// cleared, failures rolled back, and two processes placing orders on one file at once.
-#include "foundation/DbEngine.h"
-#include "foundation/Globals.h"
+// The basket and "Order Now" without a window: the supplier list, a supplier's basket rows, the
+// commit of an edited row, the supplier's parts, the order numbers, the order written and the
+// basket cleared, failures rolled back, and two processes placing orders on one file at once.
 #include "foundation/Helpers.h"
 #include "purchasing/PurchaseBasket.h"
 #include "purchasing/PurchaseOrder.h"
@@ -16,105 +15,89 @@
 #include <QTextStream>
 #include <QThread>
 
+using namespace fixture;
+
 namespace {
 
 const char* const kWorkerArg = "--order-worker";
 
-OrderNowInput InputFor(const BasketLoad& load, int supplierIndex, const QList<qint32>& ids,
-                       const QString& poid = QString(), const QString& ref = QString()) {
+// The window's input; cboSupplist lists Bolt (2) then Acme (1).
+OrderNowInput InputFor(const BasketLoad& load, int supplierIndex, const QString& poid = QString(),
+                       const QString& ref = QString()) {
     OrderNowInput in;
     in.rows = &load.rows;
     in.rowCount = load.rowCount;
     in.supplierChosen = supplierIndex >= 0;
     in.supplierIndex = supplierIndex;
-    in.supplierIDs = ids;
+    in.supplierIDs = {2, 1};
     in.poidText = poid;
     in.reference = ref;
     return in;
 }
 
-QString Count(const QString& table, const QString& where = QString()) {
-    return SqlFirst(QStringLiteral("SELECT count(*) FROM ") + table +
-                    (where.isEmpty() ? QString() : QStringLiteral(" WHERE ") + where));
+// The 12 values of a grid row made from an array row, as the grid hands them to the commit.
+QVector<QVariant> GridRow(const UBArray& rows, int r, bool remove = false) {
+    QVector<QVariant> v;
+    for (int c = 1; c <= BasketCol::Count; ++c)
+        v << rows(c, r);
+    v << remove;
+    return v;
 }
 
-// Two items with two suppliers each, one item of supplier 1 only, and three basket rows.
-void TwoSuppliers() {
-    fixture::Supplier(1, QStringLiteral("Acme"));
-    fixture::Supplier(2, QStringLiteral("Bolt"));
-    fixture::Item(10, QStringLiteral("RES-10K"));
-    fixture::Item(11, QStringLiteral("CAP-1U"));
-    fixture::Item(12, QStringLiteral("IND-5M"));
-    fixture::Link(10, 1, QStringLiteral("2"), QStringLiteral("A-10"));
-    fixture::Link(10, 2, QStringLiteral("1.5"), QStringLiteral("B-10"));
-    fixture::Link(11, 1, QStringLiteral("0.25"), QStringLiteral("A-11"));
-    fixture::Link(11, 2, QStringLiteral("0.3"), QStringLiteral("B-11"));
-    fixture::Link(12, 1, QStringLiteral("4"), QString());
+// A basket row's quantity, tick and date as stored.
+QString Basket(int rowId) {
+    return SqlFirst(QStringLiteral("SELECT ReqQty || '|' || OrderYN || '|' || DelDate FROM "
+                                   "tblBaskets WHERE RowID=%1")
+                        .arg(rowId));
+}
+
+// Headers, order rows and basket rows, as one text.
+QString Counts() {
+    return Count("tblPOrders") + Count("tblPODetail") + Count("tblBaskets");
 }
 
 // The worker of the two-process test, on the data folder of its arguments: the basket holds
 // the rows of the worker's supplier for each round, their quantity marking the round, all
 // unticked; each round the worker loads the basket, ticks that round's rows and orders them.
-// One line per round: "ok <POID> <rows> <round>" or "fail <title> <round>".
+// One line per round: "ok", or "fail" and the title of the last box.
 int RunOrderWorker(const QStringList& args) {
     const QString folder = args.value(2);
     const qint32 supplier = args.value(3).toInt();
-    const int rounds = args.value(4).toInt();
     SetDataFolder(folder);
     gDecimalSep = QLatin1Char('.');
     gCanPurchasing = true;
-
     // Answers No to the print question and keeps the title of the last box.
-    class Boxes : public BoxBackend {
-    public:
+    struct Boxes : BoxBackend {
         int msgBox(const QString&, int, const QString& title) override {
             last = title;
             return vbNo;
         }
         std::optional<QString> inputBox(const QString&, const QString&, const QString&) override {
-            return std::nullopt;
+            return {};
         }
         QString fileDialog(const FileDialogRequest&) override { return {}; }
         QString last;
     } boxes;
     InstallBoxBackend(&boxes);
-
-    // Reading the basket is tried again while the other process commits; the order itself is
-    // the system's and is not.
-    auto load = [supplier] {
-        for (int attempt = 1;; ++attempt) {
+    while (!QFileInfo::exists(folder + QStringLiteral("/go"))) // both start together
+        QThread::msleep(2);
+    QTextStream out(stdout);
+    for (int round = 1; round <= args.value(4).toInt(); ++round) {
+        // Reading the basket is tried again while the other process commits; the order itself
+        // is the system's and is not.
+        BasketLoad basket;
+        for (int attempt = 0; attempt < 20 && basket.rows.Columns() == 0; ++attempt) {
             try {
-                return LoadBasket(supplier);
+                basket = LoadBasket(supplier);
             } catch (const DbError&) {
-                if (attempt == 20)
-                    throw;
             }
         }
-    };
-    // Both workers start their rounds together.
-    while (!QFileInfo::exists(folder + QStringLiteral("/go")))
-        QThread::msleep(2);
-
-    QTextStream out(stdout);
-    const QList<qint32> ids{supplier};
-    for (int round = 1; round <= rounds; ++round) {
-        BasketLoad basket = load();
-        int ticked = 0;
-        for (int r = 1; r <= basket.rowCount; ++r) {
-            const bool mine = Val(basket.rows(BasketCol::ReqQty, r).toString()) == round;
-            basket.rows(BasketCol::Ticked, r) = mine;
-            ticked += mine;
-        }
-        boxes.last.clear();
-        try {
-            const OrderNowResult r = PlacePurchaseOrder(InputFor(basket, 0, ids));
-            if (r.outcome == OrderNowResult::Placed)
-                out << "ok " << r.poid << ' ' << ticked << ' ' << round << Qt::endl;
-            else
-                out << "fail " << boxes.last << ' ' << round << Qt::endl;
-        } catch (const DbError& e) {
-            out << "untrapped " << e.Description() << Qt::endl;
-        }
+        for (int r = 1; r <= basket.rowCount; ++r)
+            basket.rows(BasketCol::Ticked, r) =
+                Val(basket.rows(BasketCol::ReqQty, r).toString()) == round;
+        const OrderNowResult r = PlacePurchaseOrder(InputFor(basket, supplier == 2 ? 0 : 1));
+        out << (r.outcome == OrderNowResult::Placed ? QStringLiteral("ok") : "fail " + boxes.last)
+            << Qt::endl;
     }
     InstallBoxBackend(nullptr);
     return 0;
@@ -125,79 +108,186 @@ int RunOrderWorker(const QStringList& args) {
 class TestPurchaseOrder : public QObject {
     Q_OBJECT
 private slots:
-    void orderNumbers() {
+    void init() { gCanPurchasing = true; }
+
+    void supplierListAndBasket() {
         TestData data;
-        QCOMPARE(LastPOID(), 0);
-        QCOMPARE(POIDText(NextPOID(QString())), QStringLiteral("0001"));
-        ExecSql(QStringLiteral("INSERT INTO tblPOrders (POID, POSupID) VALUES (12, 1), (7, 1)"));
-        QCOMPARE(LastPOID(), 12);
-        QCOMPARE(NextPOID(QStringLiteral("0001")), 13);
-        QCOMPARE(NextPOID(QStringLiteral("5")), 13);
-        QCOMPARE(NextPOID(QStringLiteral("500")), 500);
-        QCOMPARE(POIDText(12345), QStringLiteral("12345"));
+        ScriptedBoxes boxes;
+        Catalogue();
+        ExecSql("UPDATE tblStockItems SET MasterPNo='**RES-10K' WHERE ItemID=10");
+        // By company name; "No Supplier" is listed, the non-stock supplier is not.
+        const SupplierList list = LoadSupplierList();
+        QCOMPARE(list.names, QStringList({"Acme", "Bolt", "Cobalt", "No Supplier"}));
+        QCOMPARE(list.ids, QList<qint32>({1, 2, 3, 0}));
+
+        BasketRow(11, "1.5", 1, "'2026-12-24'"); // basket rows 1 to 4
+        BasketRow(10, "12", 0);
+        BasketRow(12, "4", 1);
+        BasketRow(10, "0", -1, "'1999-05-01'");
+        // In the order of entry; "**" cut; quantities by the mask; no date and a date of 1999
+        // blank; any flag but 0 ticked; the supplier's price and number.
+        const BasketLoad a = LoadBasket(1);
+        QCOMPARE(a.rowCount, 3);
+        QCOMPARE(Joined(a.rows, 1),
+                 "CAP-1U|Value 11|Capacitor 1u|1.5|1|24/12/2026|true|1|11|0.50|A-11");
+        QCOMPARE(Joined(a.rows, 2), "RES-10K|Value 10|Resistor 10k|12|1||false|2|10|2.00|A-10");
+        QCOMPARE(Joined(a.rows, 3), "RES-10K|Value 10|Resistor 10k|0|1||true|4|10|2.00|A-10");
+        // The same item under Bolt at Bolt's price; Cobalt has nothing waiting.
+        const BasketLoad b = LoadBasket(2);
+        QCOMPARE(Column(b, BasketCol::RowID), QStringList({"2", "3", "4"}));
+        QCOMPARE(b.rows(BasketCol::Price, 1).toString(), "1.50");
+        QCOMPARE(LoadBasket(3).rowCount, 0);
+
+        // The selected entry: the supplier's id goes to the global; no selection says so, and so
+        // does an empty address book.
+        QCOMPARE(RefreshCurrentBasket(1, {1, 2})->rowCount, 3);
+        QCOMPARE(gBasketSupplierID, 2);
+        boxes.answer(vbOK);
+        QVERIFY(!RefreshCurrentBasket(-1, {1, 2}));
+        ExecSql("DELETE FROM tblSupAddresses");
+        boxes.answer(vbOK);
+        QVERIFY(LoadSupplierList().ids.isEmpty());
+        QCOMPARE(Said(boxes).first(), AppName() + ": Can't complete the requested operation. The "
+                                                  "supplier has been deselected");
+        QVERIFY(Said(boxes).last().startsWith("Empty Supplier's List: There are no supplier"));
+    }
+
+    void commitRows() {
+        TestData data;
+        ScriptedBoxes boxes;
+        Catalogue();
+        BasketRow(10, "0", 1);
+        BasketRow(10, "3", 1, "'1999-01-01'");
+        BasketLoad load = LoadBasket(1);
+
+        // Quantity through Val, date left empty, tick off, price overtyped: the price lasts in
+        // the array only.
+        QVector<QVariant> v = GridRow(load.rows, 1);
+        v[BasketCol::ReqQty - 1] = QStringLiteral("12x");
+        v[BasketCol::Ticked - 1] = false;
+        v[BasketCol::Price - 1] = QStringLiteral("9.99");
+        QCOMPARE(CommitBasketRow(load.rows, load.rowCount, 1, v), BasketCommit::Written);
+        QCOMPARE(Basket(1), "12.0|0|2040-01-01");
+        QCOMPARE(load.rows(BasketCol::Price, 1).toString(), "9.99");
+        QCOMPARE(SqlFirst("SELECT PriceEach FROM tblItemSupplier WHERE ItemID=10 AND SupplierID=1"),
+                 "2");
+        // A tick is written as True; a date of 1999 (shown blank) becomes the no-date value; a
+        // date picked in the calendar is kept.
+        v = GridRow(load.rows, 2);
+        CommitBasketRow(load.rows, load.rowCount, 2, v);
+        QCOMPARE(Basket(2), "3.0|-1|2040-01-01");
+        v[BasketCol::DelDate - 1] = QStringLiteral("05/01/2027");
+        v[BasketCol::ReqQty - 1] = QStringLiteral("2.25");
+        CommitBasketRow(load.rows, load.rowCount, 2, v);
+        QCOMPARE(Basket(2), "2.25|-1|2027-01-05");
+
+        // Only ticked rows count in the order value: 2.25 x 2.00.
+        QCOMPARE(RecalcOrderValue(load.rows, load.rowCount), "4.50");
+        load.rows(BasketCol::Ticked, 2) = false;
+        QCOMPARE(RecalcOrderValue(load.rows, load.rowCount), "0.00");
+        // Remove on one of the item's two rows deletes that row alone; an array with no rows
+        // takes no write.
+        QCOMPARE(CommitBasketRow(load.rows, load.rowCount, 1, GridRow(load.rows, 1, true)),
+                 BasketCommit::Removed);
+        QCOMPARE(SqlFirst("SELECT group_concat(RowID) FROM tblBaskets"), "2");
+        UBArray empty;
+        QCOMPARE(CommitBasketRow(empty, 0, 1, v), BasketCommit::NoRows);
+
+        // A comma locale: the list in its writing, Val reading only up to the comma, and the
+        // order's statements with ".".
+        LocaleScope de{QLocale(QLocale::German, QLocale::Germany)};
+        ExecSql("UPDATE tblBaskets SET ReqQty=1.5");
+        load = LoadBasket(1);
+        QCOMPARE(load.rows(BasketCol::ReqQty, 1).toString(), "1,5");
+        QCOMPARE(RecalcOrderValue(load.rows, load.rowCount), "3,00");
+        v = GridRow(load.rows, 1);
+        v[BasketCol::ReqQty - 1] = QStringLiteral("7,5");
+        CommitBasketRow(load.rows, load.rowCount, 1, v);
+        QCOMPARE(Basket(2), "7.0|-1|2027-01-05");
+        load.rows(BasketCol::ReqQty, 1) = QStringLiteral("1,5");
+        load.rows(BasketCol::Price, 1) = QStringLiteral("2,75");
+        boxes.answer(vbNo);
+        QCOMPARE(PlacePurchaseOrder(InputFor(load, 1)).outcome, OrderNowResult::Placed);
+        QCOMPARE(SqlFirst("SELECT POQty || '|' || POPrice FROM tblPODetail"), "1.5|2.75");
+    }
+
+    void supplierParts() {
+        TestData data;
+        Catalogue();
+        Item(14, "R%X");
+        Item(15, "**RELAY");
+        Link(14, 1, "2", "A-14");
+        Link(15, 1, "2", "A-15");
+        // By part number; a left-anchored match on the stored part number, "%" matched as itself.
+        const BasketLoad all = ShowSupplierParts(1, QString());
+        QCOMPARE(Column(all, PartCol::PartNo),
+                 QStringList({"**RELAY", "CAP-1U", "R%X", "RELAY-5V", "RES-10K"}));
+        QCOMPARE(Joined(all.rows, 1), "15|**RELAY|Value 15|CAT|Item 15|2.00|1|A-15");
+        QCOMPARE(ShowSupplierParts(1, "R").rowCount, 3);
+        const BasketLoad percent = ShowSupplierParts(1, "R%");
+        QCOMPARE(Column(percent, PartCol::PartNo), QStringList("R%X"));
+        QCOMPARE(ShowSupplierParts(1, "RELAY").rowCount, 1);
+        // Adding a part twice gives two basket rows and marks the item.
+        AddPartToBasket(10);
+        AddPartToBasket(10);
+        QCOMPARE(Count("tblBaskets", "StockID=10 AND ReqQty=0 AND OrderYN=1 AND DelDate IS NULL"),
+                 "2");
+        QCOMPARE(ItemField(10, "BuyNow"), "1");
     }
 
     void placeOrder() {
         TestData data;
         ScriptedBoxes boxes;
-        TwoSuppliers();
+        Catalogue();
+        // Numbers: 1 for the first order, then past the highest, or a greater one typed.
+        QCOMPARE(POIDText(NextPOID(QString())), "0001");
+        ExecSql("INSERT INTO tblPOrders (POID, POSupID) VALUES (12, 2), (7, 2)");
+        QCOMPARE(NextPOID("5"), 13);
         // An older open row of item 10 counts in its on-order quantity.
-        ExecSql(QStringLiteral("INSERT INTO tblPOrders (POID, POSupID) VALUES (12, 2)"));
-        ExecSql(QStringLiteral("INSERT INTO tblPODetail (POID, POStockID, POQty, PORecieved) "
-                               "VALUES (12, 10, 5, 2)"));
-        fixture::BasketRow(10, QStringLiteral("4"), 1);
-        const int unticked = fixture::BasketRow(11, QStringLiteral("0"), 0);
-        fixture::BasketRow(12, QStringLiteral("2.5"), 1, QStringLiteral("'2026-12-24'"));
+        ExecSql(
+            "INSERT INTO tblPODetail (POID, POStockID, POQty, PORecieved) VALUES (12, 10, 5, 2)");
+        BasketRow(10, "4", 1);
+        BasketRow(11, "0", 0);
+        BasketRow(13, "2.5", 1, "'2026-12-24'");
         BasketLoad load = LoadBasket(1);
         load.rows(BasketCol::Price, 1) = QStringLiteral("1.99"); // overtyped for this order
+        QCOMPARE(LoadBasket(2).rowCount, 1);
 
         // A typed number of 500 over the last number 12 is honoured.
         boxes.answer(vbYes);
-        const OrderNowResult r = PlacePurchaseOrder(
-            InputFor(load, 1, {2, 1}, QStringLiteral("500"), QStringLiteral("Ann`s ref")));
-        QCOMPARE(r.outcome, OrderNowResult::Placed);
-        QCOMPARE(r.poid, 500);
-        QCOMPARE(r.poidText, QStringLiteral("0500"));
-        QVERIFY(r.basketCleared && r.print);
-        QCOMPARE(boxes.prompts(),
-                 QStringList(QStringLiteral("Do you want to print the order Now?")));
-        QCOMPARE(boxes.shown().at(0).title, QStringLiteral("Print Order?"));
+        const OrderNowResult r = PlacePurchaseOrder(InputFor(load, 1, "500", "Ann`s ref"));
+        QVERIFY(r.outcome == OrderNowResult::Placed && r.poid == 500 && r.basketCleared && r.print);
+        QCOMPARE(r.poidText, "0500");
+        QCOMPARE(Said(boxes), QStringList("Print Order?: Do you want to print the order Now?"));
         QCOMPARE(boxes.shown().at(0).flags & 7, int(vbYesNo));
-
-        QCOMPARE(SqlFirst(QStringLiteral("SELECT POID || '|' || PONumber || '|' || PODate || '|' "
-                                         "|| POSupID || '|' || POLocID || '|' || POComplete || "
-                                         "'|' || POConfirmed FROM tblPOrders WHERE POID=500")),
-                 QStringLiteral("500|Ann`s ref|2026-11-23|1|0|0|0"));
-        QCOMPARE(Count(QStringLiteral("tblPODetail"), QStringLiteral("POID=500")),
-                 QStringLiteral("2"));
-        const QString row = QStringLiteral(
-            "SELECT POSupPNo || '|' || POQty || '|' || POPrice || '|' || POSchedDate || '|' || "
-            "PORecieved || '|' || RowConfirmed || '|' || RowComments || '|' || GRN_PONo FROM "
-            "tblPODetail WHERE POID=500 AND POStockID=");
-        QCOMPARE(SqlFirst(row + QStringLiteral("10")),
-                 QStringLiteral("A-10|4.0|1.99|2040-01-01|0.0|0||"));
-        QCOMPARE(SqlFirst(row + QStringLiteral("12")),
-                 QStringLiteral("|2.5|4.0|2026-12-24|0.0|0||"));
+        QCOMPARE(
+            SqlFirst("SELECT POID || '|' || PONumber || '|' || PODate || '|' || POSupID || '|' "
+                     "|| POLocID || '|' || POComplete || '|' || POConfirmed FROM tblPOrders "
+                     "WHERE POID=500"),
+            "500|Ann`s ref|2026-11-23|1|0|0|0");
+        QCOMPARE(
+            SqlFirst("SELECT group_concat(x, ';') FROM (SELECT POStockID || '|' || POSupPNo || "
+                     "'|' || POQty || '|' || POPrice || '|' || POSchedDate || '|' || "
+                     "PORecieved || '|' || RowConfirmed || '|' || RowComments || '|' || "
+                     "GRN_PONo AS x FROM tblPODetail WHERE POID=500 ORDER BY POStockID)"),
+            "10|A-10|4.0|1.99|2040-01-01|0.0|0||;13|A-13|2.5|3.25|2026-12-24|0.0|0||");
         // The supplier's own price stays; on order: the new rows and what was outstanding.
-        QCOMPARE(SqlFirst(QStringLiteral("SELECT PriceEach FROM tblItemSupplier WHERE ItemID=10 "
-                                         "AND SupplierID=1")),
-                 QStringLiteral("2"));
-        QCOMPARE(SqlFirst(QStringLiteral("SELECT group_concat(OnOrderQty, '|') FROM (SELECT "
-                                         "OnOrderQty FROM tblStockItems ORDER BY ItemID)")),
-                 QStringLiteral("7.0|0.0|2.5"));
+        QCOMPARE(SqlFirst("SELECT PriceEach FROM tblItemSupplier WHERE ItemID=10 AND SupplierID=1"),
+                 "2");
+        QCOMPARE(SqlFirst("SELECT group_concat(OnOrderQty, '|') FROM tblStockItems"),
+                 "7.0|0.0|0.0|2.5");
         // The ordered rows left the basket, under both suppliers; the unticked one waits.
-        QCOMPARE(SqlFirst(QStringLiteral("SELECT group_concat(RowID) FROM tblBaskets")),
-                 QString::number(unticked));
-        QCOMPARE(LoadBasket(2).rowCount, 1);
-        QCOMPARE(NextPOID(QStringLiteral("5")), 501);
+        QCOMPARE(SqlFirst("SELECT group_concat(RowID) FROM tblBaskets"), "2");
+        QCOMPARE(LoadBasket(2).rowCount, 0);
+        QCOMPARE(NextPOID("5"), 501);
     }
 
     void refusalsWriteNothing() {
         TestData data;
         ScriptedBoxes boxes;
-        TwoSuppliers();
-        fixture::BasketRow(10, QStringLiteral("3"), 1);
-        fixture::BasketRow(11, QStringLiteral("0.5"), 1); // a ticked 0.5 counts as below 1
+        Catalogue();
+        BasketRow(10, "3", 1);
+        BasketRow(11, "0.5", 1); // a ticked 0.5 counts as below 1
         const BasketLoad load = LoadBasket(1);
         BasketLoad unticked = load;
         unticked.rows(BasketCol::Ticked, 1) = false;
@@ -207,27 +297,23 @@ private slots:
         BasketLoad stale = good; // rows left from another supplier, with a count of 0
         stale.rowCount = 0;
         const BasketLoad empty;
-        const QString noRows = QStringLiteral("The order would be empty so nothing was done");
+        const char* noRows = "No items selected: The order would be empty so nothing was done";
         const struct {
             OrderNowInput in;
-            QString prompt, title;
+            QString said;
             bool right = true;
         } cases[] = {
-            {InputFor(load, 1, {0, 1}, QStringLiteral("0001")),
-             QStringLiteral("At least one selected row has a zero order quantity\n\nEither "
-                            "unselect the row or enter an order quantity"),
-             AppName()},
-            {InputFor(unticked, 1, {0, 1}), noRows, QStringLiteral("No items selected")},
-            {InputFor(empty, 1, {0, 1}), noRows, QStringLiteral("No items selected")},
-            {InputFor(stale, 1, {0, 1}), QStringLiteral("Nothing listed"),
-             QStringLiteral("Nothing Done")},
-            {InputFor(good, -1, {0, 1}),
-             QStringLiteral("No Supplier selected. Order Not processed"),
-             QStringLiteral("Nothing Done")},
-            {InputFor(good, 1, {0, 1}),
-             QStringLiteral("You do not have permission to add or make changes to purchase "
-                            "orders"),
-             QStringLiteral("Access Restricted"), false},
+            {InputFor(load, 1, "0001"), AppName() + ": At least one selected row has a zero "
+                                                    "order quantity\n\nEither unselect the row "
+                                                    "or enter an order quantity"},
+            {InputFor(unticked, 1), noRows},
+            {InputFor(empty, 1), noRows},
+            {InputFor(stale, 1), "Nothing Done: Nothing listed"},
+            {InputFor(good, -1), "Nothing Done: No Supplier selected. Order Not processed"},
+            {InputFor(good, 1),
+             "Access Restricted: You do not have permission to add or make "
+             "changes to purchase orders",
+             false},
         };
         for (const auto& c : cases) {
             boxes.clear();
@@ -236,199 +322,132 @@ private slots:
             const OrderNowResult r = PlacePurchaseOrder(c.in);
             QCOMPARE(r.outcome, OrderNowResult::Refused);
             QCOMPARE(r.poidText, c.in.poidText);
-            QCOMPARE(boxes.prompts(), QStringList(c.prompt));
-            QCOMPARE(boxes.shown().at(0).title, c.title);
-            // Headers, rows and basket rows.
-            QCOMPARE(Count(QStringLiteral("tblPOrders")) + Count(QStringLiteral("tblPODetail")) +
-                         Count(QStringLiteral("tblBaskets")),
-                     QStringLiteral("002"));
+            QCOMPARE(Said(boxes), QStringList(c.said));
+            QCOMPARE(Counts(), "002");
         }
-        gCanPurchasing = true;
         // With the quantity corrected it goes through; No to printing.
-        boxes.clear();
+        gCanPurchasing = true;
         boxes.answer(vbNo);
-        const OrderNowResult r = PlacePurchaseOrder(InputFor(good, 1, {0, 1}));
+        const OrderNowResult r = PlacePurchaseOrder(InputFor(good, 1));
         QVERIFY(r.outcome == OrderNowResult::Placed && r.poid == 1 && !r.print);
-        QCOMPARE(Count(QStringLiteral("tblPODetail"), QStringLiteral("POID=1")),
-                 QStringLiteral("2"));
-    }
-
-    void commaLocaleOrder() {
-        TestData data;
-        ScriptedBoxes boxes;
-        LocaleScope de{QLocale(QLocale::German, QLocale::Germany)};
-        TwoSuppliers();
-        fixture::BasketRow(10, QStringLiteral("1.5"), 1);
-        BasketLoad load = LoadBasket(1);
-        QCOMPARE(load.rows(BasketCol::ReqQty, 1).toString(), QStringLiteral("1,5"));
-        load.rows(BasketCol::Price, 1) = QStringLiteral("2,75");
-        boxes.answer(vbNo);
-        QCOMPARE(PlacePurchaseOrder(InputFor(load, 1, {0, 1})).outcome, OrderNowResult::Placed);
-        QCOMPARE(SqlFirst(QStringLiteral("SELECT POQty || '|' || POPrice FROM tblPODetail")),
-                 QStringLiteral("1.5|2.75"));
+        QCOMPARE(Counts(), "120");
     }
 
     void failuresRollBack() {
         TestData data;
         ScriptedBoxes boxes;
-        TwoSuppliers();
-        fixture::BasketRow(10, QStringLiteral("4"), 1);
-        fixture::BasketRow(11, QStringLiteral("2"), 1);
-        fixture::BasketRow(12, QStringLiteral("1"), 1);
+        Catalogue();
+        BasketRow(10, "4", 1);
+        BasketRow(11, "2", 1);
+        BasketRow(13, "1", 1);
         const BasketLoad load = LoadBasket(1);
 
         // The second row of an order fails: nothing of the order is left, the basket is whole.
-        ExecSql(QStringLiteral("CREATE TRIGGER failSecondRow BEFORE INSERT ON tblPODetail WHEN "
-                               "(SELECT count(*) FROM tblPODetail WHERE POID=NEW.POID) >= 1 "
-                               "BEGIN SELECT RAISE(ABORT, 'disk full'); END"));
+        ExecSql("CREATE TRIGGER failSecondRow BEFORE INSERT ON tblPODetail WHEN (SELECT count(*) "
+                "FROM tblPODetail WHERE POID=NEW.POID) >= 1 BEGIN SELECT RAISE(ABORT, 'disk "
+                "full'); END");
         boxes.answer(vbOK);
-        OrderNowResult r = PlacePurchaseOrder(InputFor(load, 1, {0, 1}, QStringLiteral("0001")));
+        OrderNowResult r = PlacePurchaseOrder(InputFor(load, 1, "0001"));
         QCOMPARE(r.outcome, OrderNowResult::WriteFailed);
-        QCOMPARE(r.poidText, QStringLiteral("0001"));
-        QCOMPARE(boxes.prompts(),
-                 QStringList(
-                     QStringLiteral("There was a error while saving the purchase order details.")));
-        QCOMPARE(boxes.shown().at(0).title, QStringLiteral("DB Write Error"));
-        // Headers, rows and basket rows.
-        QCOMPARE(Count(QStringLiteral("tblPOrders")) + Count(QStringLiteral("tblPODetail")) +
-                     Count(QStringLiteral("tblBaskets")),
-                 QStringLiteral("003"));
-        QCOMPARE(SqlFirst(QStringLiteral("SELECT sum(OnOrderQty) FROM tblStockItems")),
-                 QStringLiteral("0"));
-        ExecSql(QStringLiteral("DROP TRIGGER failSecondRow"));
+        QCOMPARE(r.poidText, "0001");
+        QCOMPARE(Said(boxes), QStringList("DB Write Error: There was a error while saving the "
+                                          "purchase order details."));
+        QCOMPARE(Counts(), "003");
+        QCOMPARE(SqlFirst("SELECT sum(OnOrderQty) FROM tblStockItems"), "0");
+        ExecSql("DROP TRIGGER failSecondRow");
 
         // A basket delete fails: the order stays whole, its rows wait in the basket still, and
         // printing is offered.
-        ExecSql(QStringLiteral("CREATE TRIGGER failDelete BEFORE DELETE ON tblBaskets WHEN "
-                               "OLD.StockID=12 BEGIN SELECT RAISE(ABORT, 'locked'); END"));
+        ExecSql("CREATE TRIGGER failDelete BEFORE DELETE ON tblBaskets WHEN OLD.StockID=13 BEGIN "
+                "SELECT RAISE(ABORT, 'locked'); END");
         boxes.clear();
         boxes.answer(vbOK);
         boxes.answer(vbNo);
-        r = PlacePurchaseOrder(InputFor(load, 1, {0, 1}));
+        r = PlacePurchaseOrder(InputFor(load, 1));
         QVERIFY(r.outcome == OrderNowResult::Placed && !r.basketCleared);
-        QCOMPARE(boxes.prompts(),
-                 QStringList({"The Order details were saved but some data could not be removed "
-                              "from the Basket. You may need to remove this manually",
-                              "Do you want to print the order Now?"}));
-        QCOMPARE(boxes.shown().at(0).title, QStringLiteral("DB Error"));
-        // The header, its rows and the basket rows.
-        QCOMPARE(Count(QStringLiteral("tblPOrders"), QStringLiteral("POID=1")) +
-                     Count(QStringLiteral("tblPODetail"), QStringLiteral("POID=1")) +
-                     Count(QStringLiteral("tblBaskets")),
-                 QStringLiteral("133"));
-        QCOMPARE(SqlFirst(QStringLiteral("SELECT OnOrderQty FROM tblStockItems WHERE ItemID=10")),
-                 QStringLiteral("4"));
+        QCOMPARE(Said(boxes), QStringList({"DB Error: The Order details were saved but some data "
+                                           "could not be removed from the Basket. You may need to "
+                                           "remove this manually",
+                                           "Print Order?: Do you want to print the order Now?"}));
+        QCOMPARE(Counts(), "133");
+        QCOMPARE(ItemField(10, "OnOrderQty"), "4");
     }
 
     void twoProcesses() {
         TestData data;
-        constexpr int kItems = 10;
         constexpr int kRounds = 50;
-        for (int s : {1, 2}) {
-            fixture::Supplier(s, QStringLiteral("Supplier %1").arg(s));
-            for (int k = 0; k < kItems; ++k) {
-                const int id = s * 100 + k;
-                fixture::Item(id, QStringLiteral("P%1").arg(id));
-                fixture::Link(id, s, QStringLiteral("1"), QStringLiteral("S%1-%2").arg(s).arg(k));
-            }
-        }
+        // Suppliers 1 and 2 with ten items each (100 to 109, 200 to 209); each item in the
+        // basket once per round.
+        Supplier(1, "One");
+        Supplier(2, "Two");
+        ExecSql("WITH RECURSIVE k(n) AS (SELECT 100 UNION ALL SELECT n + 1 FROM k WHERE n < 209) "
+                "INSERT INTO tblStockItems (ItemID, MasterPNo, ItemName, ItemDescription, "
+                "Category, Qty, OnOrderQty, BuyNow) SELECT n, 'P' || n, '', '', '', 0, 0, 0 FROM "
+                "k WHERE n % 100 < 10");
+        ExecSql("INSERT INTO tblItemSupplier (ItemID, SupplierID, SupplierPNo, MinOrQty, "
+                "PriceEach, PrimeSupplier) SELECT ItemID, ItemID / 100, 'S' || ItemID, 1, 1, 0 "
+                "FROM tblStockItems");
         ExecSql(QStringLiteral("WITH RECURSIVE r(n) AS (SELECT 1 UNION ALL SELECT n + 1 FROM r "
                                "WHERE n < %1) INSERT INTO tblBaskets (StockID, ReqQty, OrderYN) "
                                "SELECT ItemID, n, 0 FROM tblStockItems, r ORDER BY n, ItemID")
                     .arg(kRounds));
         // Each row written to an order takes a little longer, so that the workers' orders
         // overlap and their numbers collide now and then.
-        ExecSql(QStringLiteral("CREATE TABLE slow AS WITH RECURSIVE r(n) AS (SELECT 1 UNION ALL "
-                               "SELECT n + 1 FROM r WHERE n < 16) SELECT ItemID AS x FROM "
-                               "tblStockItems, r"));
-        ExecSql(QStringLiteral("CREATE TRIGGER slowRow AFTER INSERT ON tblPODetail BEGIN SELECT "
-                               "count(*) FROM slow a, slow b WHERE a.x < 104; END"));
+        ExecSql("CREATE TABLE slow AS WITH RECURSIVE r(n) AS (SELECT 1 UNION ALL SELECT n + 1 FROM "
+                "r WHERE n < 16) SELECT ItemID AS x FROM tblStockItems, r");
+        ExecSql("CREATE TRIGGER slowRow AFTER INSERT ON tblPODetail BEGIN SELECT count(*) FROM "
+                "slow a, slow b WHERE a.x < 104; END");
 
         QList<QProcess*> workers;
         // However the test ends, no worker outlives the data folder.
         const auto stop = qScopeGuard([&workers] {
             for (QProcess* p : workers) {
-                if (p->state() != QProcess::NotRunning) {
-                    p->kill();
-                    p->waitForFinished(5000);
-                }
+                p->kill();
+                p->waitForFinished(5000);
             }
         });
-        for (int s : {1, 2}) {
-            auto* p = new QProcess(this);
-            p->setProcessChannelMode(QProcess::ForwardedErrorChannel);
-            p->start(QCoreApplication::applicationFilePath(),
-                     {QString::fromLatin1(kWorkerArg), data.folder(), QString::number(s),
-                      QString::number(kRounds)});
-            workers << p;
+        for (const char* s : {"1", "2"}) {
+            workers << new QProcess(this);
+            workers.last()->setProcessChannelMode(QProcess::ForwardedErrorChannel);
+            workers.last()->start(QCoreApplication::applicationFilePath(),
+                                  {kWorkerArg, data.folder(), s, QString::number(kRounds)});
+            QVERIFY(workers.last()->waitForStarted());
         }
-        for (QProcess* p : workers)
-            QVERIFY(p->waitForStarted());
         QFile go(data.path(QStringLiteral("go")));
         QVERIFY(go.open(QIODevice::WriteOnly));
         go.close();
-
-        struct Placed {
-            int supplier;
-            int round;
-        };
-        QHash<int, Placed> placed; // by POID
-        QList<Placed> failed;
-        for (int i = 0; i < workers.size(); ++i) {
-            QProcess* p = workers[i];
+        int placed = 0;
+        for (QProcess* p : workers) {
             QVERIFY(p->waitForFinished(240000));
             QCOMPARE(p->exitCode(), 0);
             const QStringList lines =
                 QString::fromLatin1(p->readAllStandardOutput()).split('\n', Qt::SkipEmptyParts);
             QCOMPARE(lines.size(), kRounds);
-            for (const QString& line : lines) {
-                const QStringList f = line.split(' ');
-                if (f.at(0) == QLatin1String("ok")) {
-                    QCOMPARE(f.at(2).toInt(), kItems);
-                    QVERIFY2(!placed.contains(f.at(1).toInt()), qPrintable(line));
-                    placed.insert(f.at(1).toInt(), {i + 1, f.at(3).toInt()});
-                } else {
-                    QVERIFY2(line.startsWith(QLatin1String("fail DB Write Error ")),
-                             qPrintable(line));
-                    failed.append({i + 1, f.last().toInt()});
-                }
-            }
+            for (const QString& line : lines)
+                QVERIFY2(line == "ok" || line == "fail DB Write Error", qPrintable(line));
+            placed += lines.count("ok");
         }
-        QVERIFY(!placed.isEmpty());
-        QCOMPARE(placed.size() + failed.size(), 2 * kRounds);
+        QVERIFY(placed > 0);
 
-        // Every header is an order a worker placed, whole: all the round's rows of its own
-        // supplier and nothing else. A refused order left its round's rows in the basket.
-        QCOMPARE(Count(QStringLiteral("tblPOrders")).toInt(), placed.size());
-        QCOMPARE(Count(QStringLiteral("tblPODetail")).toInt(), placed.size() * kItems);
-        for (auto o = placed.cbegin(); o != placed.cend(); ++o) {
-            QCOMPARE(
-                SqlFirst(
-                    QStringLiteral("SELECT POSupID FROM tblPOrders WHERE POID=%1").arg(o.key())),
-                QString::number(o->supplier));
-            QCOMPARE(
-                SqlFirst(QStringLiteral("SELECT count(DISTINCT POStockID) || '|' || "
-                                        "min(POQty) || '|' || max(POQty) || '|' || "
-                                        "min(POStockID / 100) || '|' || max(POStockID / 100) "
-                                        "FROM tblPODetail WHERE POID=%1")
-                             .arg(o.key())),
-                QStringLiteral("%1|%2.0|%2.0|%3|%3").arg(kItems).arg(o->round).arg(o->supplier));
-        }
-        QCOMPARE(Count(QStringLiteral("tblBaskets")).toInt(), failed.size() * kItems);
-        for (const Placed& f : failed)
-            QCOMPARE(Count(QStringLiteral("tblBaskets"),
-                           QStringLiteral("ReqQty=%1 AND StockID / 100 = %2")
-                               .arg(f.round)
-                               .arg(f.supplier)),
-                     QString::number(kItems));
-        // On order as a recount gives it.
-        QCOMPARE(SqlFirst(QStringLiteral(
-                     "SELECT count(*) FROM tblStockItems s WHERE s.OnOrderQty <> (SELECT "
-                     "coalesce(sum(POQty - PORecieved), 0) FROM tblPODetail d WHERE "
-                     "d.POStockID = s.ItemID)")),
-                 QStringLiteral("0"));
-        qInfo("%d orders placed, %d refused with DB Write Error", int(placed.size()),
-              int(failed.size()));
+        // Every order is whole: the ten rows of one round, all of its header's supplier; no row
+        // without its header. Each supplier's round was ordered once, or waits whole in the
+        // basket after "DB Write Error". On order as a recount gives it.
+        QCOMPARE(Count("tblPOrders").toInt(), placed);
+        QCOMPARE(Count("tblPOrders o", "(SELECT count(*) || '|' || count(DISTINCT POQty) || '|' || "
+                                       "min(POStockID / 100) || max(POStockID / 100) FROM "
+                                       "tblPODetail d WHERE d.POID = o.POID) <> '10|1|' || "
+                                       "POSupID || POSupID"),
+                 "0");
+        QCOMPARE(Count("tblPODetail", "POID NOT IN (SELECT POID FROM tblPOrders)"), "0");
+        QCOMPARE(
+            SqlFirst("WITH w AS (SELECT DISTINCT StockID / 100 AS s, ReqQty AS q FROM "
+                     "tblBaskets), o AS (SELECT DISTINCT POStockID / 100 AS s, POQty AS q "
+                     "FROM tblPODetail) SELECT (SELECT count(*) FROM w) || '|' || (SELECT "
+                     "count(*) FROM o) || '|' || (SELECT count(*) FROM w JOIN o USING (s, "
+                     "q)) || '|' || (SELECT count(*) FROM tblBaskets)"),
+            QStringLiteral("%1|%2|0|%3").arg(100 - placed).arg(placed).arg((100 - placed) * 10));
+        QCOMPARE(OnOrderMismatches(), "0");
+        qInfo("%d orders placed, %d refused with DB Write Error", placed, 100 - placed);
     }
 };
 
