@@ -239,7 +239,7 @@ private slots:
 
         // The item does not allow discount: the list shows its plain price, the row the
         // discounted one all the same.
-        const PartsList parts = LoadPartsForOrder({}, s.discount);
+        const UBArray parts = LoadPartsForOrder({}, s.discount);
         QCOMPARE(parts.Rows(), 1);
         QCOMPARE(parts(6, 1).toString(), QStringLiteral("20.00"));
         QVERIFY(AddPartToOrder(s, parts, 1));
@@ -267,7 +267,7 @@ private slots:
         addItem(5, QStringLiteral("NOCAT"), QStringLiteral("Loose"), 1, true, QStringLiteral("A1"),
                 QVariant()); // no category: no filter matches it
 
-        auto partNos = [](const PartsList& a) {
+        auto partNos = [](const UBArray& a) {
             QStringList out;
             for (int r = 1; r <= a.Rows(); ++r)
                 out << a(2, r).toString();
@@ -283,7 +283,7 @@ private slots:
                      {QStringLiteral("1'0"), QStringLiteral("sist"), QStringLiteral("ES")}, {})),
                  QStringList({"10%RES", "10ARES"}));
 
-        const PartsList parts = LoadPartsForOrder({}, QStringLiteral("10"));
+        const UBArray parts = LoadPartsForOrder({}, QStringLiteral("10"));
         QCOMPARE(parts(5, 1).toString(), QStringLiteral("12.50"));
         QCOMPARE(parts(6, 1).toString(), QStringLiteral("11.25")); // allows discount
         QCOMPARE(parts(6, 2).toString(), QStringLiteral("9.0075"));
