@@ -13,9 +13,6 @@
 #include <optional>
 
 namespace {
-const QString kQtyMask = QStringLiteral("0.0#");
-const QString kPriceMask = QStringLiteral("0.00###");
-const QString kMoneyMask = QStringLiteral("0.00");
 const QString kNumberMask = QStringLiteral("0000");
 
 // Opens gDbPath unless the caller lends its open database.
@@ -38,6 +35,14 @@ qint32 highestPlusOne(Database* lent, const QString& sql) {
     return qint32(rs.Fields(0).Long() + 1);
 }
 } // namespace
+
+QString SqlValue(const QString& text) {
+    return QString::number(ParseLocaleNumber(text), 'g', 15);
+}
+
+QString SqlKey(const QString& cell) {
+    return QString::number(qint64(ParseLocaleNumber(cell)));
+}
 
 QString PlainNumberText(double value) {
     QLocale loc;

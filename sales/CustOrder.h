@@ -15,6 +15,16 @@
 class Database;
 class Recordset;
 
+// The masks of the sheet's figures: quantities, prices, and tax, delivery and totals.
+inline const QString kQtyMask = QStringLiteral("0.0#");
+inline const QString kPriceMask = QStringLiteral("0.00###");
+inline const QString kMoneyMask = QStringLiteral("0.00");
+
+// A number typed into a box as a statement takes it: its plain value with a "." point.
+QString SqlValue(const QString& text);
+// A key cell (StockID, RowID) as a statement takes it: its whole number, 0 when empty.
+QString SqlKey(const QString& cell);
+
 // A number as the window shows a plain Double: up to 15 significant digits, the locale's decimal
 // point, no grouping (10 - 3.3 reads "6.7").
 QString PlainNumberText(double value);
