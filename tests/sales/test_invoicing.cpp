@@ -171,13 +171,6 @@ private slots:
         QVERIFY(!SaveInvoiceCommand(empty));
         QCOMPARE(lastBox(boxes), "Order has no items|Can't process an empty Invoice");
         QCOMPARE(boxes.shown().last().flags, vbOKOnly | vbInformation);
-
-        // Only modes 3 and 4 invoice, and only mode 4 updates.
-        const QStringList now = snapshot();
-        QVERIFY(!UpdateSavedInvoice(s));
-        s.mode = OrderMode::SavedOrder;
-        QVERIFY(!SaveInvoiceCommand(s) && !UpdateSavedInvoice(s));
-        QCOMPARE(snapshot(), now);
         QVERIFY(boxes.allAnswersUsed());
     }
 
