@@ -5,6 +5,7 @@
 #include "foundation/Printer.h"
 #include "grids/GridEX.h"
 #include "inventory/FormMain.h"
+#include "sales/CustOrderListPanel.h"
 #include "sales/OrderGrid.h"
 #include "sales/frmBParts.h"
 #include "sales/frmCustOrder.h"
@@ -43,6 +44,34 @@ void typeInCell(frmCustOrder& w, int row, int column, const QString& keys) {
     const QRect r = w.fgSOrder->visualRect(w.fgSOrder->model()->index(row, column));
     QTest::mouseClick(w.fgSOrder->viewport(), Qt::LeftButton, {}, r.center());
     QTest::keyClicks(QApplication::focusWidget(), keys);
+}
+
+// Releases the mouse over a row of the main window's sales list, as the grid reports it.
+void releaseOverRow(GridEX* g, int row) {
+    QTableView* t = g->TableView();
+    const QPoint at =
+        t->viewport()->mapTo(g, t->visualRect(t->model()->index(row - 1, 0)).center());
+    g->SetRow(row);
+    emit g->MouseUp(Qt::LeftButton, g->PixelsToTwips(at.x()), g->PixelsToTwips(at.y()));
+}
+QString firstColumn(const GridEX* grid) {
+    QStringList out;
+    for (int r = 1; r <= grid->RowCount(); ++r)
+        out << grid->CellValue(r, 1).toString();
+    return joined(out);
+}
+// Runs `act` on the customer order window once it is up, then closes it; notes its mode.
+quint8 seenMode = 0;
+void whenOrderWindowOpens(std::function<void(frmCustOrder*)> act = {}) {
+    QTimer::singleShot(0, [act] {
+        auto* w = qobject_cast<frmCustOrder*>(QApplication::activeModalWidget());
+        if (!w)
+            return;
+        seenMode = w->mSheet.mode;
+        if (act)
+            act(w);
+        w->Command6->click();
+    });
 }
 
 QString cell(const QTableWidget* t, int row, int column) {
@@ -269,6 +298,13 @@ private slots:
             w.txtCustOrNo->setFocus();
             QCOMPARE(w.txtDelivery->text(), "7");
 
+            // A row added to a saved order does not offer invoicing: the order has its number.
+            w.Command4->click();
+            emit w.frmBParts->gdxAllParts->RowActivated(1);
+            w.frmBParts->Command3->click();
+            QCOMPARE(joined({QString::number(w.fgSOrder->rowCount()), actionButtons(w)}),
+                     "3|Command4|Command2|Command7");
+
             // The scroll bar moves the grid under the captions.
             const int top = w.fgSOrder->y();
             w.vs1->setValue(1);
@@ -380,6 +416,77 @@ private slots:
                                  "Print options will be disabled until a printer is installed");
         QVERIFY(!w.frmPrinter->btnPrintInvoice->isEnabled());
         QVERIFY(boxes.allAnswersUsed());
+    }
+
+    // The sales lists of the main window open the window in the mode of their row and are read
+    // again when it closes.
+    void salesLists() {
+        TestData data;
+        ScriptedBoxes boxes;
+        orderData(); // order 12 pending, invoice 7 of it
+        addOrder(13, 2, "done");
+        addOrderRow(13, 1, 3, 3, 10, 10);
+        FormMain w;
+        w.resize(1000, 700);
+        w.show();
+        w.Form_Load();
+        w.ButtonBar1_ButtonClick("Customer Orders", "CustOrEdit");
+        auto* panel = w.frmViewCustOrders->findChild<CustOrderListPanel*>();
+        GridEX* grid = panel->gdxCustOrdersList;
+        QCOMPARE(joined({QString::number(gCustOrderMode), firstColumn(grid)}), "2|0012");
+        QVERIFY(panel->optCustORPending->isChecked() && w.CurrentGrid() == grid);
+
+        // A completed order offers "View/Edit this Order" only; a release on the headings
+        // opens nothing.
+        panel->optCustORCompleted->click();
+        QCOMPARE(firstColumn(grid), "0013");
+        releaseOverRow(grid, 1);
+        QCOMPARE(shown({panel->Frame2, panel->Label5, panel->Label9}), "Frame2|Label5");
+        panel->optCustORPending->click();
+        emit grid->MouseUp(Qt::LeftButton, 200, 30);
+        QVERIFY(!panel->Frame2->isVisible());
+
+        // Label9 opens the pending order to be invoiced, Label5 to be changed: saved with every
+        // row supplied in full, the list read again has it under "Completed." only.
+        releaseOverRow(grid, 1);
+        QVERIFY(panel->Label9->isVisible());
+        whenOrderWindowOpens();
+        QTest::mouseClick(panel->Label9, Qt::LeftButton);
+        QCOMPARE(joined({QString::number(seenMode), QString::number(gCustOrderID)}), "3|12");
+        releaseOverRow(grid, 1);
+        boxes.answer(vbNo); // "Print?"
+        whenOrderWindowOpens([](frmCustOrder* o) {
+            o->mSheet.rows[0][OrderCol::OrderQty] = "3";
+            o->mSheet.rows[1][OrderCol::OrderQty] = "0";
+            o->Command2->click();
+        });
+        QTest::mouseClick(panel->Label5, Qt::LeftButton);
+        QCOMPARE(joined({QString::number(seenMode),
+                         QString::number(panel->optCustORPending->isChecked()), firstColumn(grid)}),
+                 "2|1|");
+        panel->optCustORCompleted->click();
+        QCOMPARE(firstColumn(grid), "0012|0013");
+
+        // Export works on the list while it shows.
+        const QString csv = data.path("orders.csv");
+        boxes.answerFile(csv);
+        boxes.answer(vbOK);
+        w.buttons_ButtonClick(5);
+        QFile f(csv);
+        QVERIFY(f.open(QIODevice::ReadOnly));
+        QVERIFY(f.readAll().startsWith("Our OrderID,Customer,Customer ORNo,Date,Done"));
+
+        // The invoice list opens an invoice on one click, without the pop-up.
+        w.ButtonBar1_ButtonClick("Customer Orders", "ViewInvoice");
+        QCOMPARE(joined({QString::number(gCustOrderMode), firstColumn(grid),
+                         grid->CellValue(1, 2).toString()}),
+                 "4|0007|0012-001");
+        QVERIFY(!panel->optCustORPending->isVisible());
+        whenOrderWindowOpens();
+        boxes.answer(vbOK); // invoice 7 has no rows, and the window says so as it loads it
+        releaseOverRow(grid, 1);
+        QCOMPARE(joined({QString::number(seenMode), QString::number(gCustInvoiceNo)}), "4|7");
+        QVERIFY(!panel->Frame2->isVisible() && boxes.allAnswersUsed());
     }
 };
 
