@@ -37,32 +37,19 @@ OrderRow Row(const QStringList& c) {
 // An invoice being made from order 12: the Gadget row is not on this invoice, the Gizmo is
 // invoiced although its order quantity reads 0, so that each kind shows which column it reads.
 CustOrderSheet Sheet() {
-    return {.mode = OrderMode::InvoiceOrder,
-            .custListText = {},
-            .custID = {},
-            .custName = "Acme Ltd",
-            .custAdd1 = "1 High St",
-            .custAdd2 = "Lower Town",
-            .custAdd3 = "Shire",
-            .custAdd4 = "Kingdom",
-            .custPO = "AB1 2CD",
-            .custBasketID = "0012",
-            .custOrNo = "PO-7",
-            .orDate = "04/03/2026",
-            .discount = {},
-            .invoiceNo = "0031",
-            .invoiceDate = "01/05/2026",
-            .custShipID = "0012-002",
+    // clang-format off
+    return {.mode = OrderMode::InvoiceOrder, .custListText = {}, .custID = {},
+            .custName = "Acme Ltd", .custAdd1 = "1 High St", .custAdd2 = "Lower Town",
+            .custAdd3 = "Shire", .custAdd4 = "Kingdom", .custPO = "AB1 2CD", .custBasketID = "0012",
+            .custOrNo = "PO-7", .orDate = "04/03/2026", .discount = {}, .invoiceNo = "0031",
+            .invoiceDate = "01/05/2026", .custShipID = "0012-002",
             .rows = {Row({"Widget", "A-1", "10.125", "2", "2.5", "25.3125", "A1"}),
                      Row({"Gadget", "B-2", "3.00", "1", "0", "0.00", "B7"}),
                      Row({"Gizmo", "D-4", "2", "0", "1", "2.00", "D1"})},
-            .net = "27.31",
-            .delivery = "5.00",
-            .vat = "5.66",
-            .total = "37.97",
-            .deliveryText = "Carriage  ",
-            .vatText = "VAT  ",
+            .net = "27.31", .delivery = "5.00", .vat = "5.66", .total = "37.97",
+            .deliveryText = "Carriage  ", .vatText = "VAT  ",
             .notes = "Goods remain ours until paid.\nThank you"};
+    // clang-format on
 }
 
 // Prints one copy of a kind.
