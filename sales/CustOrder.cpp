@@ -13,9 +13,6 @@
 #include <optional>
 
 namespace {
-const QString kQtyMask = QStringLiteral("0.0#");
-const QString kPriceMask = QStringLiteral("0.00###");
-const QString kMoneyMask = QStringLiteral("0.00");
 const QString kNumberMask = QStringLiteral("0000");
 
 // Opens gDbPath unless the caller lends its open database.
@@ -38,6 +35,14 @@ qint32 highestPlusOne(Database* lent, const QString& sql) {
     return qint32(rs.Fields(0).Long() + 1);
 }
 } // namespace
+
+QString SqlValue(const QString& text) {
+    return QString::number(ParseLocaleNumber(text), 'g', 15);
+}
+
+QString SqlKey(const QString& cell) {
+    return QString::number(qint64(ParseLocaleNumber(cell)));
+}
 
 QString PlainNumberText(double value) {
     QLocale loc;
@@ -403,53 +408,85 @@ QString PartsStatement(const PartsFilter& filter) {
            LikeContains(filter.category) + QStringLiteral(" ORDER BY MasterPNo");
 }
 
-QVariant PartsList::operator()(int column, int record) const {
-    if (record < 1 || record > Rows())
-        return QVariant();
-    const PartsRecord& r = mRecords[record - 1];
-    switch (column) {
-    case 1:
-        return r.partID;
-    case 2:
-        return r.partNo;
-    case 3:
-        return r.desc;
-    case 4:
-        return r.cat;
-    case 5:
-        return r.rrp;
-    case 6:
-        return r.sellAt;
-    case 7:
-        return r.loc;
-    default:
-        return QVariant();
-    }
-}
+namespace {
+// The items of the add-items list as the engine gave them: the texts of all rows in one buffer,
+// the numbers as read. A cell is made, its price through its mask, when the grid reads it.
+class PartsSource : public UBArray::Source {
+public:
+    explicit PartsSource(double discount)
+        : mRrp(QStringLiteral("#0.00###")), mDiscounted(QStringLiteral("#0.00")),
+          mDiscount(discount) {}
 
-PartsList LoadPartsForOrder(const PartsFilter& filter, const QString& discount) {
-    Database db = DBEngine::OpenDatabase(gDbPath);
-    Recordset rs = db.OpenRecordset(PartsStatement(filter));
-    const NumberMask rrp(QStringLiteral("#0.00###"));
-    const NumberMask discounted(QStringLiteral("#0.00"));
-    const double d = ParseLocaleNumber(discount);
-    PartsList parts;
-    for (; !rs.Eof(); rs.MoveNext()) {
-        PartsRecord r;
-        const double sellAt = rs.Fields(5).Double();
-        r.partID = rs.Fields(0).Value();
-        r.partNo = rs.Fields(2).Text();
-        r.desc = rs.Fields(3).Text();
-        r.cat = rs.Fields(4).Text();
-        r.rrp = rrp.Plain(sellAt);
-        r.sellAt = rs.Fields(6).Long() != 0 ? discounted.Plain((100 - d) * (sellAt / 100)) : r.rrp;
-        r.loc = rs.Fields(1).Text();
-        parts.Append(std::move(r));
+    void Add(const Recordset& rs) {
+        Item it;
+        it.id = rs.Fields(0).Long();
+        it.sellAt = rs.Fields(5).Double();
+        it.allowDiscount = rs.Fields(6).Long() != 0;
+        for (int i = 0; i < 4; ++i) {
+            it.at[i] = quint32(mBytes.size());
+            mBytes.append(rs.Fields(kTextFields[i]).Utf8());
+        }
+        it.at[4] = quint32(mBytes.size());
+        mItems.push_back(it);
     }
+    int Rows() const { return int(mItems.size()); }
+
+    QVariant Cell(int column, int row) const override {
+        const Item& it = mItems[size_t(row - 1)];
+        switch (column) {
+        case 1:
+            return QVariant(qlonglong(it.id));
+        case 2:
+        case 3:
+        case 4:
+            return text(it, column - 2);
+        case 5:
+            return mRrp.Plain(it.sellAt);
+        case 6:
+            return it.allowDiscount ? mDiscounted.Plain((100 - mDiscount) * (it.sellAt / 100))
+                                    : mRrp.Plain(it.sellAt);
+        case 7:
+            return text(it, 3);
+        default:
+            return QVariant();
+        }
+    }
+
+private:
+    // The fields of PartNo, Desc, Cat and Loc: MasterPNo, ItemDescription, Category, Location.
+    static constexpr int kTextFields[4] = {2, 3, 4, 1};
+    struct Item {
+        qint64 id = 0;
+        double sellAt = 0;
+        bool allowDiscount = false;
+        quint32 at[5] = {};
+    };
+    QString text(const Item& it, int i) const {
+        return QString::fromUtf8(mBytes.constData() + it.at[i], qsizetype(it.at[i + 1] - it.at[i]));
+    }
+
+    const NumberMask mRrp;
+    const NumberMask mDiscounted;
+    const double mDiscount;
+    QByteArray mBytes;
+    std::vector<Item> mItems;
+};
+} // namespace
+
+UBArray LoadPartsForOrder(const PartsFilter& filter, const QString& discount) {
+    auto source = std::make_shared<PartsSource>(ParseLocaleNumber(discount));
+    {
+        Database db = DBEngine::OpenDatabase(gDbPath);
+        for (Recordset rs = db.OpenRecordset(PartsStatement(filter)); !rs.Eof(); rs.MoveNext())
+            source->Add(rs);
+    }
+    UBArray parts;
+    const int rows = source->Rows();
+    parts.SetSource(int(PartsColumns().size()), rows, std::move(source));
     return parts;
 }
 
-bool AddPartToOrder(CustOrderSheet& sheet, const PartsList& parts, int record) {
+bool AddPartToOrder(CustOrderSheet& sheet, const UBArray& parts, int record) {
     if (parts.Rows() == 0 || record < 1 || record > parts.Rows() ||
         parts(1, record).toLongLong() < 1)
         return false;

@@ -4,6 +4,7 @@
 #pragma once
 
 #include "foundation/Helpers.h"
+#include "inventory/InventoryList.h"
 
 #include <QString>
 #include <QStringList>
@@ -13,6 +14,16 @@
 
 class Database;
 class Recordset;
+
+// The masks of the sheet's figures: quantities, prices, and tax, delivery and totals.
+inline const QString kQtyMask = QStringLiteral("0.0#");
+inline const QString kPriceMask = QStringLiteral("0.00###");
+inline const QString kMoneyMask = QStringLiteral("0.00");
+
+// A number typed into a box as a statement takes it: its plain value with a "." point.
+QString SqlValue(const QString& text);
+// A key cell (StockID, RowID) as a statement takes it: its whole number, 0 when empty.
+QString SqlKey(const QString& cell);
 
 // A number as the window shows a plain Double: up to 15 significant digits, the locale's decimal
 // point, no grouping (10 - 3.3 reads "6.7").
@@ -205,29 +216,14 @@ struct PartsColumn {
     bool rightAligned;
 };
 const QList<PartsColumn>& PartsColumns();
-// mParts: one record per item, read as a two-dimensional array (column 1 to 7, record from 1).
-struct PartsRecord {
-    QVariant partID;
-    QString partNo, desc, cat, rrp, sellAt, loc;
-};
-class PartsList {
-public:
-    int Rows() const { return int(mRecords.size()); }
-    // The cell of a record: 1 PartID, 2 PartNo, 3 Desc, 4 Cat, 5 RRP, 6 SellAt, 7 Loc; an
-    // empty value outside the array.
-    QVariant operator()(int column, int record) const;
-    void Append(PartsRecord record) { mRecords.append(std::move(record)); }
-
-private:
-    QVector<PartsRecord> mRecords;
-};
 QString PartsStatement(const PartsFilter& filter);
-// mParts: the items the filters contain, by part number; SellAt is discounted by `discount`
-// where the item allows discount.
-PartsList LoadPartsForOrder(const PartsFilter& filter, const QString& discount);
-// Appends record `record` of mParts to the order. Says "Customer?" and adds nothing when no
+// mParts: the items the filters contain, by part number, one row per item and the 7 columns
+// above; SellAt is discounted by `discount` where the item allows discount. The rows are held as
+// the engine gave them and each cell is made when it is read.
+UBArray LoadPartsForOrder(const PartsFilter& filter, const QString& discount);
+// Appends row `record` of mParts to the order. Says "Customer?" and adds nothing when no
 // customer is shown. True when a row was added.
-bool AddPartToOrder(CustOrderSheet& sheet, const PartsList& parts, int record);
+bool AddPartToOrder(CustOrderSheet& sheet, const UBArray& parts, int record);
 
 // --- numbers ---
 // Each uses the caller's open database when given one, otherwise opens its own.

@@ -22,8 +22,7 @@ qint32 SettleOrderNumber(CustOrderSheet& sheet) {
 
 QString OrderHeaderUpdate(const CustOrderSheet& sheet, qint32 orderNo) {
     return QStringLiteral("UPDATE tblCustOrders SET  CustOrRef=") + SqlText(sheet.custOrNo) +
-           QStringLiteral(", ORDiscount=") +
-           QString::number(ParseLocaleNumber(sheet.discount), 'g', 15) +
+           QStringLiteral(", ORDiscount=") + SqlValue(sheet.discount) +
            QStringLiteral(" WHERE CustBasketID = ") + QString::number(orderNo);
 }
 
@@ -32,18 +31,16 @@ QString OrderHeaderInsert(const CustOrderSheet& sheet, qint32 orderNo) {
                           "CustOrRef, CustOrDate, ORDiscount) VALUES  (") +
            QString::number(orderNo) + QLatin1Char(',') + sheet.custID + QStringLiteral(",'',") +
            SqlText(sheet.custOrNo) + QLatin1Char(',') + SqlDateLiteral(Today()) + QLatin1Char(',') +
-           QString::number(ParseLocaleNumber(sheet.discount), 'g', 15) + QLatin1Char(')');
+           SqlValue(sheet.discount) + QLatin1Char(')');
 }
 
 QString OrderRowInsert(const OrderRow& row, qint32 orderNo, const QString& shipped) {
-    const NumberMask qtyMask(QStringLiteral("0.0#"));
-    const NumberMask priceMask(QStringLiteral("0.00###"));
     return QStringLiteral("INSERT INTO tblCustOrderDetail  ( CustBasketDetailID, StockID, "
                           "OrderedQty, GrosPrice, NetPrice, ShippedQty) VALUES  (") +
            QString::number(orderNo) + QLatin1Char(',') + row[OrderCol::StockID] + QLatin1Char(',') +
-           qtyMask.Sql(ParseLocaleNumber(row[OrderCol::OrderQty])) + QLatin1Char(',') +
-           priceMask.Sql(ParseLocaleNumber(row[OrderCol::Price])) + QLatin1Char(',') +
-           priceMask.Sql(ParseLocaleNumber(row[OrderCol::SellAt])) + QLatin1Char(',') + shipped +
+           SqlNumber(row[OrderCol::OrderQty], kQtyMask) + QLatin1Char(',') +
+           SqlNumber(row[OrderCol::Price], kPriceMask) + QLatin1Char(',') +
+           SqlNumber(row[OrderCol::SellAt], kPriceMask) + QLatin1Char(',') + shipped +
            QStringLiteral(");");
 }
 
@@ -54,17 +51,15 @@ void WriteCustomerOrder(const CustOrderSheet& sheet, qint32 orderNo) {
     if (db.RecordsAffected() == 0)
         db.Execute(OrderHeaderInsert(sheet, orderNo));
 
-    const NumberMask qtyMask(QStringLiteral("0.0#"));
-    const NumberMask priceMask(QStringLiteral("0.00###"));
     for (const OrderRow& row : sheet.rows) {
         const double qty = ParseLocaleNumber(row[OrderCol::OrderQty]);
-        const QString key = QString::number(qint64(ParseLocaleNumber(row[OrderCol::RowID])));
+        const QString key = SqlKey(row[OrderCol::RowID]);
         if (qty > 0) {
             if (key.toLongLong() > 0) {
                 // The gross price stays as it was first saved.
                 db.Execute(QStringLiteral("UPDATE tblCustOrderDetail SET  OrderedQty = ") +
-                           qtyMask.Sql(qty) + QStringLiteral(", NetPrice = ") +
-                           priceMask.Sql(ParseLocaleNumber(row[OrderCol::SellAt])) +
+                           SqlNumber(qty, kQtyMask) + QStringLiteral(", NetPrice = ") +
+                           SqlNumber(row[OrderCol::SellAt], kPriceMask) +
                            QStringLiteral(" WHERE RowID = ") + key);
             } else {
                 db.Execute(OrderRowInsert(row, orderNo, QStringLiteral("0")));

@@ -10,22 +10,8 @@
 #include "sales/CustOrderSave.h"
 
 namespace {
-const QString kQtyMask = QStringLiteral("0.0#");
-const QString kPriceMask = QStringLiteral("0.00###");
-const QString kMoneyMask = QStringLiteral("0.00");
-
 bool isInvoiceMode(quint8 mode) {
     return mode == OrderMode::InvoiceOrder || mode == OrderMode::SavedInvoice;
-}
-
-// A number typed into a box, as a statement takes it: its parsed value with a "." point.
-QString sqlValue(const QString& text) {
-    return QString::number(ParseLocaleNumber(text), 'g', 15);
-}
-
-// A key cell (StockID, RowID): its whole number, 0 when empty.
-QString keyOf(const QString& cell) {
-    return QString::number(qint64(ParseLocaleNumber(cell)));
 }
 
 QString despatchInsert(const CustOrderSheet& sheet, qint32 orderNo, qint32 seqNo,
@@ -39,7 +25,7 @@ QString despatchInsert(const CustOrderSheet& sheet, qint32 orderNo, qint32 seqNo
            QStringLiteral(",'POS','',") + today + QLatin1Char(',') + today + QLatin1Char(',') +
            SqlNumber(sheet.vat, kMoneyMask) + QLatin1Char(',') +
            SqlNumber(sheet.delivery, kMoneyMask) + QLatin1Char(',') + QString::number(invoiceNo) +
-           QLatin1Char(',') + sqlValue(sheet.tax1Rate) + QLatin1Char(')');
+           QLatin1Char(',') + SqlValue(sheet.tax1Rate) + QLatin1Char(')');
 }
 
 // The newest despatch key, 0 when there is none (keys start at 1). Another workstation's despatch
@@ -117,18 +103,16 @@ bool InvoiceSavedOrder(CustOrderSheet& sheet) {
 
     // The header stands on its own; the rows go in together or not at all.
     db.BeginTrans();
-    const NumberMask qtyMask(kQtyMask);
-    const NumberMask priceMask(kPriceMask);
     for (const OrderRow& row : sheet.rows) {
         const double inv = ParseLocaleNumber(row[OrderCol::InvoiceQty]);
         if (!(inv > 0))
             continue;
-        const QString qty = qtyMask.Sql(inv);
-        const QString key = keyOf(row[OrderCol::RowID]);
+        const QString qty = SqlNumber(inv, kQtyMask);
+        const QString key = SqlKey(row[OrderCol::RowID]);
         db.Execute(QStringLiteral("UPDATE tblCustOrderDetail SET ShippedQty = ShippedQty + ") +
                    qty + QStringLiteral(" WHERE RowID = ") + key);
-        writeDespatchRow(db, despID, qty, keyOf(row[OrderCol::StockID]), key,
-                         priceMask.Sql(ParseLocaleNumber(row[OrderCol::SellAt])), sheet.custShipID);
+        writeDespatchRow(db, despID, qty, SqlKey(row[OrderCol::StockID]), key,
+                         SqlNumber(row[OrderCol::SellAt], kPriceMask), sheet.custShipID);
     }
     db.CommitTrans();
     return true;
@@ -146,8 +130,6 @@ void SaveAndInvoiceNewOrder(CustOrderSheet& sheet) {
     if (db.RecordsAffected() == 1)
         despID = newestDespID(db);
 
-    const NumberMask qtyMask(kQtyMask);
-    const NumberMask priceMask(kPriceMask);
     const QString order = QString::number(orderNo);
     qint64 rowKey = 0; // the newest row of the order; kept from the row before when none is read
     for (OrderRow& row : sheet.rows) {
@@ -156,7 +138,7 @@ void SaveAndInvoiceNewOrder(CustOrderSheet& sheet) {
         const double q = ParseLocaleNumber(row[OrderCol::OrderQty]);
         if (!(q > 0))
             continue;
-        const QString qty = qtyMask.Sql(q);
+        const QString qty = SqlNumber(q, kQtyMask);
         db.Execute(OrderRowInsert(row, orderNo, qty));
         if (db.RecordsAffected() == 1) {
             Recordset rs = db.OpenRecordset(
@@ -166,8 +148,8 @@ void SaveAndInvoiceNewOrder(CustOrderSheet& sheet) {
             if (!rs.Eof())
                 rowKey = rs.Fields(0).Long();
         }
-        writeDespatchRow(db, despID, qty, keyOf(row[OrderCol::StockID]), QString::number(rowKey),
-                         priceMask.Sql(ParseLocaleNumber(row[OrderCol::SellAt])), sheet.custShipID);
+        writeDespatchRow(db, despID, qty, SqlKey(row[OrderCol::StockID]), QString::number(rowKey),
+                         SqlNumber(row[OrderCol::SellAt], kPriceMask), sheet.custShipID);
     }
 }
 
@@ -256,15 +238,13 @@ bool UpdateSavedInvoice(const CustOrderSheet& sheet) {
     Database db = DBEngine::OpenDatabase(gDbPath);
     db.BeginTrans();
     db.Execute(OrderHeaderUpdate(sheet, qint32(Val(sheet.custBasketID))));
-    db.Execute(QStringLiteral("UPDATE tblDespatch SET  TotalTax = ") + sqlValue(sheet.vat) +
-               QStringLiteral(", Delivery = ") + sqlValue(sheet.delivery) +
-               QStringLiteral(", TaxRate = ") + sqlValue(sheet.tax1Rate) +
+    db.Execute(QStringLiteral("UPDATE tblDespatch SET  TotalTax = ") + SqlValue(sheet.vat) +
+               QStringLiteral(", Delivery = ") + SqlValue(sheet.delivery) +
+               QStringLiteral(", TaxRate = ") + SqlValue(sheet.tax1Rate) +
                QStringLiteral(" WHERE InvoiceNo = ") + invoice);
     try {
-        const NumberMask qtyMask(kQtyMask);
-        const NumberMask priceMask(kPriceMask);
         for (const OrderRow& row : sheet.rows) {
-            const QString key = keyOf(row[OrderCol::RowID]);
+            const QString key = SqlKey(row[OrderCol::RowID]);
             const double oldQty = ParseLocaleNumber(row[OrderCol::ToDo]);
             const double newQty = ParseLocaleNumber(row[OrderCol::InvoiceQty]);
             // The despatch key is matched against the invoice number. The two agree on invoices
@@ -272,17 +252,18 @@ bool UpdateSavedInvoice(const CustOrderSheet& sheet) {
             // elsewhere the despatch row keeps its price and quantity while the order row and
             // the stock below still move.
             db.Execute(QStringLiteral("UPDATE tblDespDetail SET SellAtPrice = ") +
-                       priceMask.Sql(ParseLocaleNumber(row[OrderCol::SellAt])) +
-                       QStringLiteral(", DespQty = ") + qtyMask.Sql(newQty) +
+                       SqlNumber(row[OrderCol::SellAt], kPriceMask) +
+                       QStringLiteral(", DespQty = ") + SqlNumber(newQty, kQtyMask) +
                        QStringLiteral(" WHERE DespID = ") + invoice +
                        QStringLiteral(" AND OrderDetailRowID = ") + key);
             if (oldQty != newQty) {
                 db.Execute(QStringLiteral("UPDATE tblCustOrderDetail SET ShippedQty = ShippedQty "
                                           "+ ") +
-                           qtyMask.Sql(newQty - oldQty) + QStringLiteral(" WHERE rowID = ") + key);
+                           SqlNumber(newQty - oldQty, kQtyMask) +
+                           QStringLiteral(" WHERE rowID = ") + key);
                 db.Execute(QStringLiteral("UPDATE tblStockItems SET Qty = Qty + ") +
-                           qtyMask.Sql(oldQty - newQty) + QStringLiteral(" WHERE ItemID = ") +
-                           keyOf(row[OrderCol::StockID]));
+                           SqlNumber(oldQty - newQty, kQtyMask) +
+                           QStringLiteral(" WHERE ItemID = ") + SqlKey(row[OrderCol::StockID]));
             }
         }
         db.CommitTrans();

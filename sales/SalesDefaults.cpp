@@ -50,8 +50,8 @@ void LoadShippingPars(CustOrderSheet& sheet) {
     readParameters(QStringLiteral("ShippingPars"), [&sheet](const Recordset& rs) {
         sheet.shipChgsName = rs.Fields(QStringLiteral("f1")).Text();
         sheet.deliveryText = sheet.shipChgsName + QStringLiteral("  ");
-        sheet.deliveryCost = Format(ParseLocaleNumber(rs.Fields(QStringLiteral("f2")).Text()),
-                                    QStringLiteral("0.00"));
+        sheet.deliveryCost =
+            Format(ParseLocaleNumber(rs.Fields(QStringLiteral("f2")).Text()), kMoneyMask);
         SetDelivery(sheet, sheet.deliveryCost);
         // The tick starts on: only "N" takes it off.
         if (rs.Fields(QStringLiteral("f3")).Text() == QLatin1String("N"))
@@ -61,8 +61,8 @@ void LoadShippingPars(CustOrderSheet& sheet) {
 
 void LoadTaxRates(CustOrderSheet& sheet) {
     const ParaRead read = readParameters(QStringLiteral("TaxRates"), [&](const Recordset& rs) {
-        sheet.tax1Rate = Format(ParseLocaleNumber(rs.Fields(QStringLiteral("f1")).Text()),
-                                QStringLiteral("0.0#"));
+        sheet.tax1Rate =
+            Format(ParseLocaleNumber(rs.Fields(QStringLiteral("f1")).Text()), kQtyMask);
         sheet.text3 = sheet.tax1Rate + QStringLiteral("% ");
         const QString name = rs.Fields(QStringLiteral("f4")).Text();
         if (!name.trimmed().isEmpty()) {
@@ -105,7 +105,7 @@ bool SaveDeliveryDefaults(CustOrderSheet& sheet) {
     SetDelivery(sheet, sheet.deliveryCost);
     replaceParameters(QStringLiteral("ShippingPars"),
                       {sheet.shipChgsName,
-                       Format(ParseLocaleNumber(sheet.deliveryCost), QStringLiteral("0.00###")),
+                       Format(ParseLocaleNumber(sheet.deliveryCost), kPriceMask),
                        sheet.taxOnDel ? QStringLiteral("Y") : QStringLiteral("N")});
     return true;
 }

@@ -97,7 +97,7 @@ void frmBParts::LoadPartsForOrder(const QString& discount) {
     filter.descFilter = txtDescFilter->text();
     filter.category = cboCatFilter->currentText();
     QGuiApplication::setOverrideCursor(Qt::WaitCursor);
-    PartsList parts = ::LoadPartsForOrder(filter, discount);
+    UBArray parts = ::LoadPartsForOrder(filter, discount);
 
     gdxAllParts->SetItemCount(0);
     mPartsCount = 0;

@@ -32,7 +32,7 @@ public:
     GridEX* gdxAllParts = nullptr;
 
     int mPartsCount = 0;
-    PartsList mParts;
+    UBArray mParts;
 
 signals:
     // Command1 was pressed: the owner reloads the list with its discount.

@@ -333,10 +333,8 @@ void frmCustOrder::BuildPanels() {
     frmPrinter = new ::frmPrinter(this);
 }
 
-// Every box writes what the user types into the sheet at once; a box whose change the order
-// reacts to runs that reaction and the window shows the sheet again.
-void frmCustOrder::BindBoxes() {
-    const QList<QPair<QLineEdit*, QString CustOrderSheet::*>> plain = {
+QList<frmCustOrder::SheetBox> frmCustOrder::SheetBoxes() const {
+    return {
         {txtCustID, &CustOrderSheet::custID},
         {txtCustName, &CustOrderSheet::custName},
         {txtCustAdd1, &CustOrderSheet::custAdd1},
@@ -347,10 +345,13 @@ void frmCustOrder::BindBoxes() {
         {txtCustBasketID, &CustOrderSheet::custBasketID},
         {txtCustOrNo, &CustOrderSheet::custOrNo},
         {txtOrDate, &CustOrderSheet::orDate},
+        {txtDiscount, &CustOrderSheet::discount, &SetDiscount},
         {txtInvoiceNo, &CustOrderSheet::invoiceNo},
         {txtInvoiceDate, &CustOrderSheet::invoiceDate},
         {txtCustShipID, &CustOrderSheet::custShipID},
         {txtNet, &CustOrderSheet::net},
+        {txtDelivery, &CustOrderSheet::delivery, &SetDelivery},
+        {txtVat, &CustOrderSheet::vat, &SetVat},
         {txtTotal, &CustOrderSheet::total},
         {txtDeliveryText, &CustOrderSheet::deliveryText},
         {txtVatText, &CustOrderSheet::vatText},
@@ -361,22 +362,20 @@ void frmCustOrder::BindBoxes() {
         {frmEditDelCharges->txtShipChgsName, &CustOrderSheet::shipChgsName},
         {frmEditDelCharges->txtDeliveryCost, &CustOrderSheet::deliveryCost},
     };
-    for (const auto& [box, member] : plain) {
-        auto m = member;
-        connect(box, &QLineEdit::textChanged, this, [this, m](const QString& text) {
-            if (!mShowing)
-                mSheet.*m = text;
-        });
-    }
-    using Setter = void (*)(CustOrderSheet&, const QString&);
-    const QList<QPair<QLineEdit*, Setter>> reacting = {
-        {txtDiscount, &SetDiscount}, {txtDelivery, &SetDelivery}, {txtVat, &SetVat}};
-    for (const auto& [box, setter] : reacting) {
-        auto set = setter;
-        connect(box, &QLineEdit::textChanged, this, [this, set](const QString& text) {
+}
+
+// Every box writes what the user types into the sheet at once; a box whose change the order
+// reacts to runs that reaction and the window shows the sheet again.
+void frmCustOrder::BindBoxes() {
+    for (const SheetBox& b : SheetBoxes()) {
+        connect(b.box, &QLineEdit::textChanged, this, [this, b](const QString& text) {
             if (mShowing)
                 return;
-            set(mSheet, text);
+            if (!b.reacts) {
+                mSheet.*b.text = text;
+                return;
+            }
+            b.reacts(mSheet, text);
             ShowSheet();
         });
     }
@@ -456,13 +455,11 @@ void frmCustOrder::Form_Load() {
 
 void frmCustOrder::ApplyModeLayout() {
     Command17->hide();
-    for (QPushButton* b :
-         {Command4, Command2, Command7, Command19, Command20, cmdInvoice, Command12}) {
-        b->hide();
+    HideActionButtons();
+    for (QPushButton* b : ActionButtons())
         b->setEnabled(true);
-    }
-    for (QWidget* w : {static_cast<QWidget*>(txtInvoiceDate), static_cast<QWidget*>(Label22),
-                       static_cast<QWidget*>(txtCustShipID), static_cast<QWidget*>(Label10)})
+    const QList<QWidget*> delivery{txtInvoiceDate, Label22, txtCustShipID, Label10};
+    for (QWidget* w : delivery)
         w->hide();
     txtInvoiceNo->setEnabled(false);
     txtCustBasketID->setEnabled(false);
@@ -475,8 +472,7 @@ void frmCustOrder::ApplyModeLayout() {
     setWindowTitle(CustOrderCaption(mode));
     txtCustBasketID->setEnabled(mode == OrderMode::NewOrder);
     txtInvoiceNo->setEnabled(mode == OrderMode::NewOrder || mode == OrderMode::InvoiceOrder);
-    for (QWidget* w : {static_cast<QWidget*>(txtInvoiceDate), static_cast<QWidget*>(Label22),
-                       static_cast<QWidget*>(txtCustShipID), static_cast<QWidget*>(Label10)})
+    for (QWidget* w : delivery)
         w->setVisible(!order);
     for (QPushButton* b : {Command4, Command2, Command7})
         b->setVisible(order);
@@ -492,36 +488,8 @@ void frmCustOrder::ApplyModeLayout() {
 
 void frmCustOrder::ShowSheet() {
     mShowing = true;
-    const QList<QPair<QLineEdit*, const QString*>> boxes = {
-        {txtCustID, &mSheet.custID},
-        {txtCustName, &mSheet.custName},
-        {txtCustAdd1, &mSheet.custAdd1},
-        {txtCustAdd2, &mSheet.custAdd2},
-        {txtCustAdd3, &mSheet.custAdd3},
-        {txtCustAdd4, &mSheet.custAdd4},
-        {txtCustPO, &mSheet.custPO},
-        {txtCustBasketID, &mSheet.custBasketID},
-        {txtCustOrNo, &mSheet.custOrNo},
-        {txtOrDate, &mSheet.orDate},
-        {txtDiscount, &mSheet.discount},
-        {txtInvoiceNo, &mSheet.invoiceNo},
-        {txtInvoiceDate, &mSheet.invoiceDate},
-        {txtCustShipID, &mSheet.custShipID},
-        {txtNet, &mSheet.net},
-        {txtDelivery, &mSheet.delivery},
-        {txtVat, &mSheet.vat},
-        {txtTotal, &mSheet.total},
-        {txtDeliveryText, &mSheet.deliveryText},
-        {txtVatText, &mSheet.vatText},
-        {txtTotalText, &mSheet.totalText},
-        {Text3, &mSheet.text3},
-        {frmSalesTax->txtTax1Name, &mSheet.tax1Name},
-        {frmSalesTax->txtTax1Rate, &mSheet.tax1Rate},
-        {frmEditDelCharges->txtShipChgsName, &mSheet.shipChgsName},
-        {frmEditDelCharges->txtDeliveryCost, &mSheet.deliveryCost},
-    };
-    for (const auto& [box, text] : boxes)
-        setText(box, *text);
+    for (const SheetBox& b : SheetBoxes())
+        setText(b.box, mSheet.*b.text);
     frmEditDelCharges->chkTaxOnDel->setChecked(mSheet.taxOnDel);
     if (txtNotes->toPlainText() != mSheet.notes)
         txtNotes->setPlainText(mSheet.notes);
@@ -613,44 +581,43 @@ void frmCustOrder::gdxAllParts_Activate(int record) {
 // Actions
 
 void frmCustOrder::Command2_Click() {
-    if (!SaveOrderCommand(mSheet))
-        return;
-    ShowSheet();
-    // One window saves once: what is left is printing and closing.
-    HideActionButtons();
-    if (MsgBox(QStringLiteral("The order was saved - Do you want to print a copy of the order ?"),
-               vbYesNo | vbQuestion, QStringLiteral("Print?")) == vbYes) {
-        frmPrinter->ShowDocumentButtons(::frmPrinter::Documents::Order);
-        ShowPrinterPanel();
-    }
+    if (SaveOrderCommand(mSheet))
+        Saved(QStringLiteral("The order was saved - Do you want to print a copy of the order ?"),
+              ::frmPrinter::Documents::Order);
 }
 
 void frmCustOrder::cmdInvoice_Click() {
-    if (!InvoiceNewOrderCommand(mSheet))
-        return;
-    ShowSheet();
-    HideActionButtons();
-    if (MsgBox(
+    if (InvoiceNewOrderCommand(mSheet))
+        Saved(
             QStringLiteral("The Order/Invoice was saved - Do you want to print the invoice now ?"),
-            vbYesNo | vbQuestion, QStringLiteral("Print?")) == vbYes) {
-        frmPrinter->ShowDocumentButtons(::frmPrinter::Documents::Invoice);
-        ShowPrinterPanel();
-    }
+            ::frmPrinter::Documents::Invoice);
 }
 
 void frmCustOrder::Command19_Click() {
     const bool saved = SaveInvoiceCommand(mSheet);
-    ShowSheet(); // the invoice number used, also when nothing was written
-    if (!saved)
-        return;
+    if (saved)
+        Saved(QString(), ::frmPrinter::Documents::Invoice);
+    else
+        ShowSheet(); // the invoice number used, also when nothing was written
+}
+
+void frmCustOrder::Saved(const QString& printQuestion, ::frmPrinter::Documents documents) {
+    ShowSheet();
+    // One window saves once: what is left is printing and closing.
     HideActionButtons();
-    frmPrinter->ShowDocumentButtons(::frmPrinter::Documents::Invoice);
+    if (!printQuestion.isEmpty() &&
+        MsgBox(printQuestion, vbYesNo | vbQuestion, QStringLiteral("Print?")) != vbYes)
+        return;
+    frmPrinter->ShowDocumentButtons(documents);
     ShowPrinterPanel();
 }
 
+QList<QPushButton*> frmCustOrder::ActionButtons() const {
+    return {Command4, Command2, Command7, Command19, Command20, cmdInvoice, Command12};
+}
+
 void frmCustOrder::HideActionButtons() {
-    for (QPushButton* b :
-         {Command4, Command2, Command7, Command19, Command20, cmdInvoice, Command12})
+    for (QPushButton* b : ActionButtons())
         b->hide();
 }
 

@@ -5,12 +5,12 @@
 #pragma once
 
 #include "sales/CustOrder.h"
+#include "sales/frmPrinter.h"
 
 #include <QDialog>
 
 class frmBParts;
 class frmEditDelCharges;
-class frmPrinter;
 class frmSalesTax;
 class OrderGrid;
 class QCheckBox;
@@ -51,7 +51,8 @@ public:
     void Command2_Click();           // save the order
     virtual void cmdInvoice_Click(); // save the new order and invoice it
     virtual void Command19_Click();  // save the invoice
-    // Hides Command4, Command2, Command7, Command19, Command20, cmdInvoice and Command12.
+    // Command4, Command2, Command7, Command19, Command20, cmdInvoice and Command12.
+    QList<QPushButton*> ActionButtons() const;
     void HideActionButtons();
 
     // --- printing ---
@@ -145,6 +146,17 @@ protected:
     void resizeEvent(QResizeEvent* event) override;
 
 private:
+    // A box and the text of the sheet it shows. A change of a box the order reacts to runs
+    // `reacts` (the discount reprices, the delivery recalculates, the tax rewrites Text3).
+    struct SheetBox {
+        QLineEdit* box;
+        QString CustOrderSheet::*text;
+        void (*reacts)(CustOrderSheet&, const QString&) = nullptr;
+    };
+    QList<SheetBox> SheetBoxes() const;
+    // After a save: the window shows the sheet without its action buttons, and the printing
+    // panel offers the documents, after the question when there is one and only on Yes.
+    void Saved(const QString& printQuestion, ::frmPrinter::Documents documents);
     QWidget* BuildHeader(QWidget* parent);
     QWidget* BuildTotals(QWidget* parent);
     QWidget* BuildActions(QWidget* parent);

@@ -1,2 +1,1 @@
 qs_add_test(test_sales_documents SOURCES ${CMAKE_CURRENT_LIST_DIR}/test_sales_documents.cpp)
-qs_add_test(test_sales_documents_window GUI SOURCES ${CMAKE_CURRENT_LIST_DIR}/test_sales_documents_window.cpp)

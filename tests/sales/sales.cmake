@@ -1,4 +1,2 @@
 qs_add_test(test_custorder SOURCES ${CMAKE_CURRENT_LIST_DIR}/test_custorder.cpp)
 qs_add_test(test_custorder_window GUI SOURCES ${CMAKE_CURRENT_LIST_DIR}/test_custorder_window.cpp)
-qs_add_test(test_custorder_save SOURCES ${CMAKE_CURRENT_LIST_DIR}/test_custorder_save.cpp)
-qs_add_test(test_sales_lists GUI SOURCES ${CMAKE_CURRENT_LIST_DIR}/test_sales_lists.cpp)
