@@ -122,7 +122,8 @@ bool TextRulesFilter::eventFilter(QObject* watched, QEvent* event) {
                 return true;
             }
             return false;
-        case Kind::Number: {
+        case Kind::Number:
+        case Kind::PlainNumber: {
             const QLineEdit* le = lineEditOf(watched);
             return NumericKey(le ? le->text() : QString(), code) == 0;
         }
@@ -154,6 +155,9 @@ bool TextRulesFilter::eventFilter(QObject* watched, QEvent* event) {
             QLineEdit* le = lineEditOf(watched);
             if (le && !(mBlank == BlankBox::StaysBlank && le->text().trimmed().isEmpty()))
                 le->setText(FormatNumber(le->text(), mMask));
+        } else if (mKind == Kind::PlainNumber) {
+            if (QLineEdit* le = lineEditOf(watched))
+                le->setText(Format(ParseLocaleNumber(le->text()), mMask));
         }
     }
     return false;
@@ -178,6 +182,10 @@ void AttachTextRules(QWidget* box, bool upper) {
 
 void AttachNumberRules(QWidget* box, const QString& mask, BlankBox blank) {
     attach(box, new TextRulesFilter(TextRulesFilter::Kind::Number, mask, false, nullptr, blank));
+}
+
+void AttachPlainNumberRules(QWidget* box, const QString& mask) {
+    attach(box, new TextRulesFilter(TextRulesFilter::Kind::PlainNumber, mask, false, nullptr));
 }
 
 void AttachAlphaNumericRules(QWidget* box, bool upper) {

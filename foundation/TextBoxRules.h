@@ -20,6 +20,9 @@ void AttachTextRules(QWidget* box, bool upper = false);
 // box then reads 0, unless it is to stay blank).
 enum class BlankBox { ReadsZero, StaysBlank };
 void AttachNumberRules(QWidget* box, const QString& mask, BlankBox blank = BlankBox::ReadsZero);
+// Money boxes rewritten through their mask as it stands (7 with "0.00" reads "7.00"), with
+// NumericKey on each key.
+void AttachPlainNumberRules(QWidget* box, const QString& mask);
 // Code boxes: AlphaNumericKey on each key, lower case turned to upper when `upper` is set.
 void AttachAlphaNumericRules(QWidget* box, bool upper);
 // Free text that refuses "'" outright; with `removeOnLeave`, any "'" left (pasted text) is taken
@@ -39,7 +42,16 @@ void AttachFileNameRules(QWidget* box);
 class TextRulesFilter : public QObject {
     Q_OBJECT
 public:
-    enum class Kind { Text, Number, AlphaNumeric, NoApostrophe, Digits, Rule, FileName };
+    enum class Kind {
+        Text,
+        Number,
+        PlainNumber,
+        AlphaNumeric,
+        NoApostrophe,
+        Digits,
+        Rule,
+        FileName
+    };
     TextRulesFilter(Kind kind, const QString& mask, bool upper, QObject* parent,
                     BlankBox blank = BlankBox::ReadsZero);
     bool eventFilter(QObject* watched, QEvent* event) override;

@@ -394,7 +394,7 @@ void frmCustOrder::BindBoxes() {
     AttachDigitRules(txtCustBasketID, QStringLiteral("0000"));
     AttachDigitRules(txtInvoiceNo, QStringLiteral("0000"));
     AttachDigitRules(txtDiscount);
-    AttachNumberRules(txtDelivery, QStringLiteral("0.00"));
+    AttachPlainNumberRules(txtDelivery, QStringLiteral("0.00"));
     txtDiscount->installEventFilter(this);
 
     // Buttons

@@ -30,7 +30,7 @@ frmEditDelCharges::frmEditDelCharges(QWidget* parent) : QGroupBox(parent) {
     txtDeliveryCost = new QLineEdit(this);
     txtDeliveryCost->setObjectName(QStringLiteral("txtDeliveryCost"));
     txtDeliveryCost->setMaximumWidth(100);
-    AttachNumberRules(txtDeliveryCost, QStringLiteral("0.00"));
+    AttachPlainNumberRules(txtDeliveryCost, QStringLiteral("0.00"));
     form->addRow(QStringLiteral("Name"), txtShipChgsName);
     form->addRow(QStringLiteral("Cost"), txtDeliveryCost);
     lay->addLayout(form);
