@@ -59,5 +59,10 @@ void BackupTab::LayOut(QLayout* body) {
 }
 
 RunDisplay BackupTab::Display() const {
-    return ShowRunOn(mLabel, mBar);
+    QLabel* label = mLabel;
+    QProgressBar* bar = mBar;
+    return {[label](const QString& text) { label->setText(text); },
+            [bar](int minimum, int maximum) { bar->setRange(minimum, maximum); },
+            [bar](int value) { bar->setValue(value); },
+            {}};
 }

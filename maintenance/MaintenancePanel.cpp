@@ -12,6 +12,7 @@
 #include <QLineEdit>
 #include <QPushButton>
 #include <QVBoxLayout>
+#include <tuple>
 
 MaintenancePanel::MaintenancePanel(QFrame* frame)
     : BackupTab(frame, QStringLiteral("MaintenancePanel"), QStringLiteral("l1"),

@@ -9,6 +9,7 @@
 #include <QLineEdit>
 #include <QPushButton>
 #include <QVBoxLayout>
+#include <tuple>
 
 RestorePanel::RestorePanel(QFrame* frame)
     : BackupTab(frame, QStringLiteral("RestorePanel"), QStringLiteral("l2"),
