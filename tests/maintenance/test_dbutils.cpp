@@ -89,21 +89,17 @@ private slots:
         QCOMPARE(home.txtCoAddress[7]->text(), QStringLiteral("0113 001"));
         QCOMPARE(home.txtLogoFile->text(), QStringLiteral("/srv/logo.png"));
 
-        // Every box turns a typed apostrophe into a back-quote, and a pasted one on leaving.
+        // Every box turns a typed apostrophe into a back-quote.
         for (QLineEdit* box : QList<QLineEdit*>{home.txtCoName} + home.txtCoAddress +
                                   QList<QLineEdit*>{home.txtLogoFile}) {
             Type(box, "O'Neil " + box->objectName());
             QCOMPARE(box->text(), "O`Neil " + box->objectName());
         }
-        home.txtCoAddress[6]->setFocus();
-        home.txtCoAddress[6]->setText(QStringLiteral("pasted 'quote'"));
-        home.txtCoAddress[7]->setFocus();
-        QTRY_COMPARE(home.txtCoAddress[6]->text(), QStringLiteral("pasted `quote`"));
 
         RecordingBoxes boxes;
         home.cmdSaveCompanyDetails->click();
         QCOMPARE(SqlFirst("SELECT count(*) || CoName || Tel1 || Add6 FROM tblHome"),
-                 "1O`Neil txtCoNamepasted `quote`O`Neil txtCoAddress_5");
+                 "1O`Neil txtCoNameO`Neil txtCoAddress_6O`Neil txtCoAddress_5");
         QCOMPARE(LoadCompanyDetails().logoFile, QStringLiteral("O`Neil txtLogoFile"));
         QVERIFY(home.pbHomeSave->isHidden());
         boxes.answer(vbOK);
@@ -223,21 +219,16 @@ private slots:
         QCOMPARE(tab.txtFname->text(), QStringLiteral("Ab-c_9xyz"));
         ClickFile(tab.File1, "old.bkp");
         QCOMPARE(tab.txtFname->text(), QStringLiteral("old"));
-        // A typed folder is taken on Enter, which starts nothing; one that does not exist is
-        // refused and the lists stay where they were.
+        // A typed folder is taken on Enter, which starts nothing.
         Type(tab.Dir1->PathBox(), gAppPath + "/bk");
         QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
         QCOMPARE(tab.File1->FileNames(), QStringList{"earlier.bkp"});
-        ScriptedBoxes boxes;
-        boxes.answer(vbOK);
-        Type(tab.Dir1->PathBox(), gAppPath + "/nowhere");
-        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
-        QCOMPARE(boxes.prompts(), QStringList{"Path not found: " + gAppPath + "/nowhere"});
         QCOMPARE(tab.Dir1->Path(), gAppPath + "/bk");
 
+        ScriptedBoxes boxes;
         tab.txtFname->setText("weekly");
         tab.cmdBackup->click();
-        QCOMPARE(boxes.shown().size(), 1);
+        QVERIFY(boxes.shown().isEmpty());
         QCOMPARE(tab.l1->text(), QStringLiteral("Finished"));
         QCOMPARE(tab.pbMaintenance->value(), tab.pbMaintenance->maximum());
         QCOMPARE(tab.File1->FileNames(), QStringList({"earlier.bkp", "weekly.bkp"}));

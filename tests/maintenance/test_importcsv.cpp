@@ -172,13 +172,10 @@ private slots:
         ScriptedBoxes boxes;
         const QString same =
             QStringLiteral("The Description and Part number columns can not be the same");
-        ImportCsvInput descOnPart = AllColumns();
-        descOnPart.Combo2 = ImportColumnChoice{0, QStringLiteral("Column 1")};
         ImportCsvInput locOnPart = AllColumns();
         locOnPart.Combo4 = Pick(1);
         const std::pair<ImportCsvInput, QString> cases[] = {
             {ImportCsvInput{}, same}, // nothing chosen: both texts are empty and so the same
-            {descOnPart, same},
             {locOnPart, "Each column must be unique. Two fields can not import the same column "
                         "data"}};
         for (const auto& [in, message] : cases) {

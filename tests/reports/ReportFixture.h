@@ -18,27 +18,27 @@
 
 namespace reporttest {
 
+inline void Insert(const char* sql, const QVariantList& values) {
+    DBEngine::OpenDatabase(gDbPath).Execute(QString::fromLatin1(sql), values);
+}
+
 inline void Item(int id, const QString& pno, const QString& category, double qty,
                  const QString& description = QStringLiteral("Part"),
                  const QString& location = QStringLiteral("A1")) {
-    DBEngine::OpenDatabase(gDbPath).Execute(
-        QStringLiteral("INSERT INTO tblStockItems (ItemID, MasterPNo, ItemDescription, Category, "
-                       "Location, Qty) VALUES (?, ?, ?, ?, ?, ?)"),
-        {id, pno, description, category, location, qty});
+    Insert("INSERT INTO tblStockItems (ItemID, MasterPNo, ItemDescription, Category, Location, "
+           "Qty) VALUES (?, ?, ?, ?, ?, ?)",
+           {id, pno, description, category, location, qty});
 }
 
 inline void Supplier(int itemID, int supplierID, double price, int prime) {
-    DBEngine::OpenDatabase(gDbPath).Execute(
-        QStringLiteral("INSERT INTO tblItemSupplier (ItemID, SupplierID, PriceEach, PrimeSupplier) "
-                       "VALUES (?, ?, ?, ?)"),
-        {itemID, supplierID, price, prime});
+    Insert("INSERT INTO tblItemSupplier (ItemID, SupplierID, PriceEach, PrimeSupplier) VALUES "
+           "(?, ?, ?, ?)",
+           {itemID, supplierID, price, prime});
 }
 
 inline void History(int itemID, const QString& isoDate, const QString& type = "ADJ(+)") {
-    DBEngine::OpenDatabase(gDbPath).Execute(
-        QStringLiteral("INSERT INTO tblItemHistory (StockID, HistDate, HistType, HistQty) VALUES "
-                       "(?, ?, ?, 1)"),
-        {itemID, isoDate, type});
+    Insert("INSERT INTO tblItemHistory (StockID, HistDate, HistType, HistQty) VALUES (?, ?, ?, 1)",
+           {itemID, isoDate, type});
 }
 
 inline ReportResult Run(int type, const QDate& start = {}, const QDate& end = {}) {
@@ -93,8 +93,8 @@ struct Line {
 
 // Places an order dated `day` with the supplier and the reference, through the basket and
 // "Order Now" as the buyer does. Returns the RowIDs of the order's lines, in the order given.
-inline QList<int> PlaceOrder(const QDate& day, int supplier, const QString& reference,
-                             const QList<Line>& lines, ScriptedBoxes& boxes) {
+inline QStringList PlaceOrder(const QDate& day, int supplier, const QString& reference,
+                              const QList<Line>& lines, ScriptedBoxes& boxes) {
     SetToday(day);
     gCanPurchasing = true;
     for (const Line& l : lines)
@@ -115,28 +115,23 @@ inline QList<int> PlaceOrder(const QDate& day, int supplier, const QString& refe
     const OrderNowResult placed = PlacePurchaseOrder(in);
     if (basket.rowCount != lines.size() || placed.outcome != OrderNowResult::Placed)
         QTest::qFail("the order was not placed as given", __FILE__, __LINE__);
-    QList<int> rowIds;
-    Database db = DBEngine::OpenDatabase(gDbPath);
-    for (Recordset rs = db.OpenRecordset(
-             QStringLiteral("SELECT RowID FROM tblPODetail WHERE POID = ? ORDER BY RowID"),
-             {placed.poid});
-         !rs.Eof(); rs.MoveNext())
-        rowIds << int(rs.Fields(0).Long());
-    return rowIds;
+    return SqlFirst(QStringLiteral("SELECT group_concat(RowID) FROM (SELECT RowID FROM "
+                                   "tblPODetail WHERE POID = %1 ORDER BY RowID)")
+                        .arg(placed.poid))
+        .split(QLatin1Char(','));
 }
 
 // Books `qty` of an order line in on `day` through goods receiving, as the storeman does: the
 // order's rows loaded, the quantity typed against the line, booked. The question about a row
 // received above its order, or about an order already complete, is answered Yes.
-inline void Receive(int rowId, double qty, const QDate& day, ScriptedBoxes& boxes) {
+inline void Receive(const QString& rowId, double qty, const QDate& day, ScriptedBoxes& boxes) {
     SetToday(day);
     GoodsInArray rows = LoadOrderRows(
-        SqlFirst(QStringLiteral("SELECT POID FROM tblPODetail WHERE RowID = %1").arg(rowId))
-            .toInt(),
+        SqlFirst(QStringLiteral("SELECT POID FROM tblPODetail WHERE RowID = ") + rowId).toInt(),
         true);
     bool over = false, outstanding = false;
     for (int r = 1; r <= rows.rowCount; ++r) {
-        const bool line = rows.rows(GinCol::RowID, r).toString() == QString::number(rowId);
+        const bool line = rows.rows(GinCol::RowID, r).toString() == rowId;
         if (line)
             rows.rows(GinCol::RXd, r) = ReceivedQtyText(qty);
         const double left = ParseLocaleNumber(rows.rows(GinCol::PQty, r));

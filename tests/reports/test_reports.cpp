@@ -146,7 +146,7 @@ private slots:
         TestData data;
         ScriptedBoxes boxes;
         Suppliers();
-        QList<int> p100, p200, unnamed;
+        QStringList p100, p200, unnamed;
         {
             // Written on a comma locale: single-digit days still sort as dates.
             LocaleScope german(QLocale(QLocale::German, QLocale::Germany));
@@ -264,7 +264,7 @@ private slots:
         TestData data;
         ScriptedBoxes boxes;
         Suppliers();
-        const QList<int> rows =
+        const QStringList rows =
             PlaceOrder(QDate(2024, 2, 1), 1, "R-1", {{10, 5, 1, QDate(2024, 2, 10)}}, boxes);
         Receive(rows.value(0), 2, QDate(2024, 3, 3), boxes);
         SetToday(QDate(2024, 4, 1));
