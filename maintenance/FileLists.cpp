@@ -2,7 +2,6 @@
 
 #include "foundation/Globals.h"
 #include "foundation/MsgBox.h"
-#include "maintenance/Maintenance.h"
 
 #include <QApplication>
 #include <QDir>
@@ -11,7 +10,6 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QPalette>
-#include <QProgressBar>
 #include <QVBoxLayout>
 
 namespace {
@@ -154,12 +152,4 @@ void BackupPicker::SetEnabled(bool enabled) const {
             p.setColor(group, QPalette::Base, back);
         box->setPalette(p);
     }
-}
-
-RunDisplay ShowRunOn(QLabel* label, QProgressBar* bar) {
-    RunDisplay display;
-    display.label = [label](const QString& text) { label->setText(text); };
-    display.range = [bar](int minimum, int maximum) { bar->setRange(minimum, maximum); };
-    display.progress = [bar](int value) { bar->setValue(value); };
-    return display;
 }

@@ -10,8 +10,6 @@
 class QGridLayout;
 class QLabel;
 class QLineEdit;
-class QProgressBar;
-struct RunDisplay;
 
 // The drives (roots) of the machine.
 class DriveListBox : public QComboBox {
@@ -83,6 +81,3 @@ struct BackupPicker {
     QLineEdit* name;
     QGridLayout* layout;
 };
-
-// A run shown on a tab's label and progress bar.
-RunDisplay ShowRunOn(QLabel* label, QProgressBar* bar);

@@ -6,21 +6,19 @@
 
 #include <QCheckBox>
 #include <QFileInfo>
-#include <QFrame>
+#include <QGridLayout>
 #include <QGroupBox>
 #include <QHBoxLayout>
-#include <QLabel>
 #include <QLineEdit>
-#include <QProgressBar>
 #include <QPushButton>
 #include <QVBoxLayout>
+#include <tuple>
 
-MaintenancePanel::MaintenancePanel(QFrame* frame) : QWidget(frame) {
-    setObjectName(QStringLiteral("MaintenancePanel"));
-    auto* frameLay = new QVBoxLayout(frame);
-    frameLay->setContentsMargins(0, 0, 0, 0);
-    frameLay->addWidget(this);
-
+MaintenancePanel::MaintenancePanel(QFrame* frame)
+    : BackupTab(frame, QStringLiteral("MaintenancePanel"), QStringLiteral("l1"),
+                QStringLiteral("pbMaintenance"), 0, kMaintenanceProgressMax) {
+    l1 = mLabel;
+    pbMaintenance = mBar;
     auto* tasks = new QGroupBox(QStringLiteral("Tasks"), this);
     tasks->setObjectName(QStringLiteral("fraTasks"));
     chkCheckDB = new QCheckBox(QStringLiteral("Re-Sync"), tasks);
@@ -37,43 +35,18 @@ MaintenancePanel::MaintenancePanel(QFrame* frame) : QWidget(frame) {
 
     auto* where = new QGroupBox(QStringLiteral("Backup file"), this);
     where->setObjectName(QStringLiteral("fraBackupFile"));
-    txtFname = new QLineEdit(where);
-    txtFname->setObjectName(QStringLiteral("txtFname"));
+    txtFname = MakePicker(where, 1, QStringLiteral("File name (.bkp is added)"),
+                          QStringLiteral("lblFname"), QStringLiteral("txtFname"));
     AttachFileNameRules(txtFname);
-    auto* lblName = new QLabel(QStringLiteral("File name (.bkp is added)"), where);
-    lblName->setObjectName(QStringLiteral("lblFname"));
-    mPicker = std::make_unique<BackupPicker>(where, 1, lblName, txtFname);
-    Drive1 = mPicker->drive;
-    Dir1 = mPicker->dir;
-    File1 = mPicker->files;
+    std::tie(Drive1, Dir1, File1) = std::tie(mPicker->drive, mPicker->dir, mPicker->files);
     where->setLayout(mPicker->layout);
 
+    cmdBackup = AddButton(QStringLiteral("Backup"), QStringLiteral("cmdBackup"));
+    cmdCloseUtilities = AddButton(QStringLiteral("Close"), QStringLiteral("cmdCloseUtilities"));
     auto* top = new QHBoxLayout;
     top->addWidget(tasks);
     top->addWidget(where, 1);
-
-    l1 = new QLabel(this);
-    l1->setObjectName(QStringLiteral("l1"));
-    pbMaintenance = new QProgressBar(this);
-    pbMaintenance->setObjectName(QStringLiteral("pbMaintenance"));
-    pbMaintenance->setRange(0, kMaintenanceProgressMax);
-    pbMaintenance->setValue(0);
-    cmdBackup = new QPushButton(QStringLiteral("Backup"), this);
-    cmdBackup->setObjectName(QStringLiteral("cmdBackup"));
-    cmdCloseUtilities = new QPushButton(QStringLiteral("Close"), this);
-    cmdCloseUtilities->setObjectName(QStringLiteral("cmdCloseUtilities"));
-    // Enter in a box (a typed folder, say) must not start a run.
-    cmdBackup->setAutoDefault(false);
-    cmdCloseUtilities->setAutoDefault(false);
-    auto* bottom = new QHBoxLayout;
-    bottom->addWidget(pbMaintenance, 1);
-    bottom->addWidget(cmdBackup);
-    bottom->addWidget(cmdCloseUtilities);
-
-    auto* lay = new QVBoxLayout(this);
-    lay->addLayout(top, 1);
-    lay->addWidget(l1);
-    lay->addLayout(bottom);
+    LayOut(top);
 
     // Re-Sync always runs alone; Compact and Backup may run together.
     connect(chkCheckDB, &QCheckBox::toggled, this, [this](bool on) {
@@ -92,11 +65,7 @@ MaintenancePanel::MaintenancePanel(QFrame* frame) : QWidget(frame) {
             [this](const QString& name) { txtFname->setText(QFileInfo(name).completeBaseName()); });
     connect(cmdBackup, &QPushButton::clicked, this, [this] { cmdBackup_Click(); });
     connect(cmdCloseUtilities, &QPushButton::clicked, this, [this] { window()->close(); });
-
-    chkbackupDB_Click(false);
 }
-
-MaintenancePanel::~MaintenancePanel() = default;
 
 void MaintenancePanel::chkbackupDB_Click(bool checked) {
     if (checked)
@@ -111,6 +80,6 @@ void MaintenancePanel::cmdBackup_Click() {
     request.backup = chkbackupDB->isChecked();
     request.folder = Dir1->Path();
     request.fileName = txtFname->text();
-    RunMaintenance(request, ShowRunOn(l1, pbMaintenance));
+    RunMaintenance(request, Display());
     File1->Refresh(); // a new backup file shows at once
 }

@@ -1,26 +1,15 @@
 // The "Database Maintenance" tab of the utilities window: re-sync, compact and backup.
 #pragma once
 
-#include <QWidget>
-#include <memory>
+#include "maintenance/BackupTab.h"
 
-struct BackupPicker;
-class DirListBox;
-class DriveListBox;
-class FileListBox;
 class QCheckBox;
-class QFrame;
-class QLabel;
-class QLineEdit;
-class QProgressBar;
-class QPushButton;
 
-class MaintenancePanel : public QWidget {
+class MaintenancePanel : public BackupTab {
     Q_OBJECT
 public:
     // Fills `frame`, the tab's frame.
     explicit MaintenancePanel(QFrame* frame);
-    ~MaintenancePanel() override;
 
     void cmdBackup_Click();
 
@@ -38,5 +27,4 @@ public:
 
 private:
     void chkbackupDB_Click(bool checked);
-    std::unique_ptr<BackupPicker> mPicker;
 };

@@ -10,25 +10,18 @@ namespace {
 
 const QString kQtyMask = QStringLiteral("0.0#");
 const QString kPriceMask = QStringLiteral("0.00###");
-const QString kTotalMask = QStringLiteral("#,##0.00");
 const QString kSubtotalMask = QStringLiteral("#,##0.00###");
-
-ReportColumn text(const char* key, const char* caption, int width) {
-    return {QString::fromLatin1(key), QString::fromLatin1(caption), false, width};
-}
-ReportColumn figure(const char* key, const char* caption, int width) {
-    return {QString::fromLatin1(key), QString::fromLatin1(caption), true, width};
-}
 
 // The columns of the stock item reports: the first column, the part, its category where shown,
 // and the figures. In Portrait a listing fits with the category shown (10,600 twips).
 QList<ReportColumn> stockColumns(const ReportColumn& first, bool withCategory) {
-    QList<ReportColumn> columns{first, text("PNo", "Part No.", 1600),
-                                text("Desc", "Description", 2800)};
+    QList<ReportColumn> columns{first, TextColumn("PNo", "Part No.", 1600),
+                                TextColumn("Desc", "Description", 2800)};
     if (withCategory)
-        columns << text("Category", "Category", 1100);
-    columns << text("Location", "Location ", 900) << figure("Qty", "Qty ", 800)
-            << figure("Cost", "Cost (x1) ", 1100) << figure("TotalCost", "Value (at Cost) ", 1600);
+        columns << TextColumn("Category", "Category", 1100);
+    columns << TextColumn("Location", "Location ", 900) << FigureColumn("Qty", "Qty ", 800)
+            << FigureColumn("Cost", "Cost (x1) ", 1100)
+            << FigureColumn("TotalCost", "Value (at Cost) ", 1600);
     return columns;
 }
 
@@ -38,56 +31,48 @@ QList<ReportColumn> stockColumns(const ReportColumn& first, bool withCategory) {
 // Numbers are the engine's values, whatever the locale (a Null reads as 0). Returns the total.
 double walkStockRows(const QString& statement, const QStringList& leadFields,
                      const ReportInput& input, QList<QStringList>& rows) {
-    Database db = DBEngine::OpenDatabase(gDbPath);
-    Recordset rs = db.OpenRecordset(statement);
-    const int fPNo = rs.FieldIndex(QStringLiteral("MasterPNo"));
-    const int fQty = rs.FieldIndex(QStringLiteral("Qty"));
-    const int fPrice = rs.FieldIndex(QStringLiteral("PriceEach"));
+    int fPNo = -1, fQty = -1, fPrice = -1;
     // A field named twice is read once; -1 marks the part number, read for the walk.
     QList<int> lead;
     QList<int> sameAs;
-    for (const QString& name : leadFields) {
-        const int f = rs.FieldIndex(name);
-        sameAs << int(lead.indexOf(f));
-        lead << (f == fPNo ? -1 : f);
-    }
     const NumberMask qtyMask(kQtyMask);
     const NumberMask priceMask(kPriceMask);
     double total = 0;
     FirstRowPerPartNumber walk;
-    ReportEvents events(input.events);
-    for (; !rs.Eof(); rs.MoveNext()) {
-        events.Row();
-        const QString pno = rs.Fields(fPNo).Text();
-        if (!walk.Take(pno))
-            continue;
-        QStringList cells;
-        cells.reserve(lead.size() + 3);
-        for (qsizetype i = 0; i < lead.size(); ++i) {
-            QString cell = sameAs[i] >= 0 ? cells.at(sameAs[i])
-                           : lead[i] < 0  ? pno
-                                          : rs.Fields(lead[i]).Text();
-            cells << std::move(cell);
-        }
-        const double qty = rs.Fields(fQty).Double();
-        const double price = rs.Fields(fPrice).Double();
-        const double value = price * qty;
-        if (qty > 0)
-            total += value;
-        cells << (qty < 0 ? QString() : qtyMask.Plain(qty)) << priceMask.Plain(price)
-              << priceMask.Plain(value);
-        rows << std::move(cells);
-    }
+    WalkReport(
+        statement, input,
+        [&](const Recordset& rs) {
+            fPNo = rs.FieldIndex(QStringLiteral("MasterPNo"));
+            fQty = rs.FieldIndex(QStringLiteral("Qty"));
+            fPrice = rs.FieldIndex(QStringLiteral("PriceEach"));
+            for (const QString& name : leadFields) {
+                const int f = rs.FieldIndex(name);
+                sameAs << int(lead.indexOf(f));
+                lead << (f == fPNo ? -1 : f);
+            }
+        },
+        [&](const Recordset& rs) {
+            const QString pno = rs.Fields(fPNo).Text();
+            if (!walk.Take(pno))
+                return;
+            QStringList cells;
+            cells.reserve(lead.size() + 3);
+            for (qsizetype i = 0; i < lead.size(); ++i) {
+                QString cell = sameAs[i] >= 0 ? cells.at(sameAs[i])
+                               : lead[i] < 0  ? pno
+                                              : rs.Fields(lead[i]).Text();
+                cells << std::move(cell);
+            }
+            const double qty = rs.Fields(fQty).Double();
+            const double price = rs.Fields(fPrice).Double();
+            const double value = price * qty;
+            if (qty > 0)
+                total += value;
+            cells << (qty < 0 ? QString() : qtyMask.Plain(qty)) << priceMask.Plain(price)
+                  << priceMask.Plain(value);
+            rows << std::move(cells);
+        });
     return total;
-}
-
-void writeSummary(ReportResult& r, const QString& count, const QString& totalCaption, double total,
-                  const QString& note) {
-    r.summary.text[0] = count + QString::number(r.rows.size());
-    r.summary.text[1] = totalCaption;
-    r.summary.text[2] = Format(total, kTotalMask);
-    r.summary.text[3] = QString();
-    r.summary.text[4] = note;
 }
 
 } // namespace
@@ -125,7 +110,7 @@ QString CategoryValueStatement() {
 ReportResult IdleStockReport(const ReportInput& input) {
     ReportResult r;
     r.ran = true;
-    r.columns = stockColumns(text("Item", "Item", 700), false);
+    r.columns = stockColumns(TextColumn("Item", "Item", 700), false);
 
     // Item takes the history side's StockID, empty by the statement's own condition.
     const double total =
@@ -134,8 +119,8 @@ ReportResult IdleStockReport(const ReportInput& input) {
                        QStringLiteral("ItemDescription"), QStringLiteral("Location")},
                       input, r.rows);
 
-    writeSummary(r, QStringLiteral("Number of records = "),
-                 QStringLiteral("Total value (at cost) of Idle Inventory = "), total,
+    WriteSummary(r, QStringLiteral("Number of records = ") + QString::number(r.rows.size()),
+                 QStringLiteral("Total value (at cost) of Idle Inventory = "), total, QString(),
                  QStringLiteral("Total does not include items where OnHand Qty is less than zero"));
     return r;
 }
@@ -143,7 +128,7 @@ ReportResult IdleStockReport(const ReportInput& input) {
 ReportResult InventoryValuationReport(const ReportInput& input, bool groupByCategory) {
     ReportResult r;
     r.ran = true;
-    r.columns = stockColumns(text("Cat", "Cat", 700), true);
+    r.columns = stockColumns(TextColumn("Cat", "Cat", 700), true);
     if (groupByCategory)
         r.groupKey = QStringLiteral("Category");
 
@@ -153,8 +138,8 @@ ReportResult InventoryValuationReport(const ReportInput& input, bool groupByCate
                                         QStringLiteral("Category"), QStringLiteral("Location")},
                                        input, r.rows);
 
-    writeSummary(r, QStringLiteral("Number of records = "),
-                 QStringLiteral("Total Value of OnHand Inventory = "), total,
+    WriteSummary(r, QStringLiteral("Number of records = ") + QString::number(r.rows.size()),
+                 QStringLiteral("Total Value of OnHand Inventory = "), total, QString(),
                  QStringLiteral("Does not show OnHand Qty if below zero"));
     return r;
 }
@@ -162,51 +147,50 @@ ReportResult InventoryValuationReport(const ReportInput& input, bool groupByCate
 ReportResult CategoryValueReport(const ReportInput& input) {
     ReportResult r;
     r.ran = true;
-    r.columns = {text("Cat", "Category", 3000), figure("Cost", "Value (Cost)", 1800)};
+    r.columns = {TextColumn("Cat", "Category", 3000), FigureColumn("Cost", "Value (Cost)", 1800)};
 
-    Database db = DBEngine::OpenDatabase(gDbPath);
     // The join with the history gives an item one row per history row and supplier; the part
     // number rule takes the first and skips the rest, comparing the part number alone.
-    Recordset rs = db.OpenRecordset(CategoryValueStatement());
-    const int fPNo = rs.FieldIndex(QStringLiteral("MasterPNo"));
-    const int fQty = rs.FieldIndex(QStringLiteral("Qty"));
-    const int fCat = rs.FieldIndex(QStringLiteral("Category"));
-    const int fPrice = rs.FieldIndex(QStringLiteral("PriceEach"));
-
+    int fPNo = -1, fQty = -1, fCat = -1, fPrice = -1;
     const NumberMask subtotalMask(kSubtotalMask);
     double total = 0;
     double subtotal = 0;
     QString running;
+    bool any = false;
     auto writeCategory = [&] {
         r.rows << QStringList{running, subtotalMask.Plain(subtotal)};
         total += subtotal;
         subtotal = 0;
     };
-    if (!rs.Eof())
-        running = rs.Fields(fCat).Text();
-    const bool any = !rs.Eof();
     FirstRowPerPartNumber walk;
-    ReportEvents events(input.events);
-    for (; !rs.Eof(); rs.MoveNext()) {
-        events.Row();
-        if (!walk.Take(rs.Fields(fPNo).Text()))
-            continue;
-        const QString category = rs.Fields(fCat).Text();
-        if (category != running) {
-            writeCategory();
-            running = category;
-        }
-        const double qty = rs.Fields(fQty).Double();
-        if (qty > 0)
-            subtotal += qty * rs.Fields(fPrice).Double();
-    }
+    WalkReport(
+        CategoryValueStatement(), input,
+        [&](const Recordset& rs) {
+            fPNo = rs.FieldIndex(QStringLiteral("MasterPNo"));
+            fQty = rs.FieldIndex(QStringLiteral("Qty"));
+            fCat = rs.FieldIndex(QStringLiteral("Category"));
+            fPrice = rs.FieldIndex(QStringLiteral("PriceEach"));
+            any = !rs.Eof();
+            if (any)
+                running = rs.Fields(fCat).Text();
+        },
+        [&](const Recordset& rs) {
+            if (!walk.Take(rs.Fields(fPNo).Text()))
+                return;
+            const QString category = rs.Fields(fCat).Text();
+            if (category != running) {
+                writeCategory();
+                running = category;
+            }
+            const double qty = rs.Fields(fQty).Double();
+            if (qty > 0)
+                subtotal += qty * rs.Fields(fPrice).Double();
+        });
     if (any)
         writeCategory();
-    rs.Close();
-    db.Close();
 
-    writeSummary(r, QStringLiteral("Number of Categories = "),
-                 QStringLiteral("Total Value of OnHand Inventory = "), total,
+    WriteSummary(r, QStringLiteral("Number of Categories = ") + QString::number(r.rows.size()),
+                 QStringLiteral("Total Value of OnHand Inventory = "), total, QString(),
                  QStringLiteral("Values do not include items where OnHand Qty is less than zero"));
     return r;
 }

@@ -15,15 +15,9 @@ const QString kOrderedMask = QStringLiteral("#0.0#");
 const QString kPriceMask = QStringLiteral("0.00###");
 const QString kTotalMask = QStringLiteral("#,###,##0.00");
 
-ReportColumn text(const char* key, const char* caption, int width) {
-    return {QString::fromLatin1(key), QString::fromLatin1(caption), false, width};
-}
-ReportColumn figure(const char* key, const char* caption, int width) {
-    return {QString::fromLatin1(key), QString::fromLatin1(caption), true, width};
-}
 // A column whose caption is its key.
 ReportColumn text(const char* key, int width) {
-    return text(key, key, width);
+    return TextColumn(key, key, width);
 }
 
 // Stored dates as the grid shows them. A walk meets the same few hundred dates over and over,
@@ -41,32 +35,6 @@ private:
     QHash<QString, QString> mShown;
 };
 
-// Runs one statement on its own connection and hands each row to `row`, letting window events
-// run meanwhile. The connection is gone when the walk returns, so no lock outlives it.
-template <typename RowFn, typename SetupFn>
-void walk(const QString& statement, const ReportInput& input, SetupFn setup, RowFn row) {
-    Database db = DBEngine::OpenDatabase(gDbPath);
-    Recordset rs = db.OpenRecordset(statement);
-    setup(rs);
-    ReportEvents events(input.events);
-    for (; !rs.Eof(); rs.MoveNext()) {
-        events.Row();
-        row(rs);
-    }
-    rs.Close();
-    db.Close();
-}
-
-// A count in Text1, a total with its caption in Text2 and Text3 (the figure beside its caption),
-// and anything else in Text4.
-void writeSummary(ReportResult& r, const QString& count, const QString& totalCaption, double total,
-                  const QString& more = QString()) {
-    r.summary.text[0] = count;
-    r.summary.text[1] = totalCaption;
-    r.summary.text[2] = Format(total, kTotalMask);
-    r.summary.text[3] = more;
-}
-
 // The part columns of a row, in the order the reports list them.
 struct PartFields {
     int pno = -1, name = -1, desc = -1;
@@ -80,30 +48,32 @@ struct PartFields {
     }
 };
 
-// Walks the lines of reports 6 and 7: each row shows the reference, the supplier's short name,
-// the order date, the delivery date, the date in `receiptDateField` where one is named, the
-// part, the price, the quantity ordered and the quantity in `receivedField`. Returns the total of
-// the rows' values, each the price of what was ordered less the price of that quantity.
+// A field shown before the part columns of a line report: as its text, or as a date.
+struct LeadField {
+    const char* name;
+    bool date;
+};
+
+// Walks the lines of reports 5, 6 and 7: each row shows the lead fields, the part, the price, the
+// quantity ordered through `orderedMask` and the quantity in `receivedField`. Returns the total
+// of the rows' values: the price of what was ordered, less the price of the received quantity
+// where `lessReceived`.
 double walkLines(const QString& statement, const ReportInput& input,
-                 const QString& receiptDateField, const QString& receivedField,
-                 QList<QStringList>& rows) {
-    int fRef = -1, fVendor = -1, fQty = -1, fRecd = -1, fPrice = -1;
-    QList<int> fDates;
+                 const QList<LeadField>& leadFields, const char* receivedField,
+                 const QString& orderedMask, bool lessReceived, QList<QStringList>& rows) {
+    int fQty = -1, fRecd = -1, fPrice = -1;
+    QList<QPair<int, bool>> lead;
     PartFields part;
-    const NumberMask priceMask(kPriceMask), qtyMask(kQtyMask);
+    const NumberMask priceMask(kPriceMask), ordered(orderedMask), qtyMask(kQtyMask);
     ShownDates dates;
     double total = 0;
-    walk(
+    WalkReport(
         statement, input,
         [&](const Recordset& rs) {
-            fRef = rs.FieldIndex(QStringLiteral("PONumber"));
-            fVendor = rs.FieldIndex(QStringLiteral("ShortNm"));
-            fDates << rs.FieldIndex(QStringLiteral("PODate"))
-                   << rs.FieldIndex(QStringLiteral("POSchedDate"));
-            if (!receiptDateField.isEmpty())
-                fDates << rs.FieldIndex(receiptDateField);
+            for (const LeadField& f : leadFields)
+                lead << qMakePair(rs.FieldIndex(QLatin1String(f.name)), f.date);
             fQty = rs.FieldIndex(QStringLiteral("POQty"));
-            fRecd = rs.FieldIndex(receivedField);
+            fRecd = rs.FieldIndex(QLatin1String(receivedField));
             fPrice = rs.FieldIndex(QStringLiteral("POPrice"));
             part.Find(rs);
         },
@@ -111,13 +81,13 @@ double walkLines(const QString& statement, const ReportInput& input,
             const double price = rs.Fields(fPrice).Double();
             const double qty = rs.Fields(fQty).Double();
             const double received = rs.Fields(fRecd).Double();
-            total += price * qty - price * received;
-            QStringList cells{rs.Fields(fRef).Text(), rs.Fields(fVendor).Text()};
-            cells.reserve(fDates.size() + 8);
-            for (int f : fDates)
-                cells << dates(rs.Fields(f).Text());
+            total += lessReceived ? price * qty - price * received : price * qty;
+            QStringList cells;
+            cells.reserve(lead.size() + 6);
+            for (const auto& [f, date] : lead)
+                cells << (date ? dates(rs.Fields(f).Text()) : rs.Fields(f).Text());
             part.Append(rs, cells);
-            cells << priceMask.Plain(price) << qtyMask.Plain(qty) << qtyMask.Plain(received);
+            cells << priceMask.Plain(price) << ordered.Plain(qty) << qtyMask.Plain(received);
             rows << std::move(cells);
         });
     return total;
@@ -134,6 +104,11 @@ const char* const kReceiptsOfLines =
     "tblItemHistory ON tblPODetail.RowID = tblItemHistory.HistID2) INNER JOIN tblStockItems ON "
     "tblPODetail.POStockID = tblStockItems.ItemID) INNER JOIN tblSupAddresses ON "
     "tblPOrders.POSupID = tblSupAddresses.AddID";
+
+// The lead of reports 6 and 7: the reference, the supplier's short name, the order date and the
+// delivery date.
+const QList<LeadField> kLineLead = {
+    {"PONumber", false}, {"ShortNm", false}, {"PODate", true}, {"POSchedDate", true}};
 
 } // namespace
 
@@ -191,53 +166,30 @@ ReportResult OrdersInPeriodReport(const ReportInput& input) {
     ReportResult r;
     r.ran = true;
     r.columns = {text("PONumber", 1300),
-                 text("PODate", "PO Date", 1450),
+                 TextColumn("PODate", "PO Date", 1450),
                  text("Supplier", 2200),
                  text("PartNo", 1500),
                  text("Name", 1200),
                  text("Desc", 2400),
-                 figure("Price", "Cost (x1) ", 1100),
-                 figure("Qty", "Ordered ", 900),
-                 figure("Received", "Received ", 1000)};
+                 FigureColumn("Price", "Cost (x1) ", 1100),
+                 FigureColumn("Qty", "Ordered ", 900),
+                 FigureColumn("Received", "Received ", 1000)};
 
-    int fRef = -1, fDate = -1, fQty = -1, fRecd = -1, fPrice = -1, fSupplier = -1;
-    PartFields part;
-    const NumberMask priceMask(kPriceMask), orderedMask(kOrderedMask), qtyMask(kQtyMask);
-    ShownDates dates;
-    QString lastRef; // the reference of the order counted last
+    const double total = walkLines(OrdersInPeriodStatement(input.startDate, input.endDate), input,
+                                   {{"PONumber", false}, {"PODate", true}, {"CoName", false}},
+                                   "PORecieved", kOrderedMask, false, r.rows);
+    // The buyer's reference marks the orders: lines without one count no order, and two orders
+    // under one reference count once.
+    QString lastRef;
     int orders = 0;
-    double total = 0;
-    walk(
-        OrdersInPeriodStatement(input.startDate, input.endDate), input,
-        [&](const Recordset& rs) {
-            fRef = rs.FieldIndex(QStringLiteral("PONumber"));
-            fDate = rs.FieldIndex(QStringLiteral("PODate"));
-            fQty = rs.FieldIndex(QStringLiteral("POQty"));
-            fRecd = rs.FieldIndex(QStringLiteral("PORecieved"));
-            fPrice = rs.FieldIndex(QStringLiteral("POPrice"));
-            fSupplier = rs.FieldIndex(QStringLiteral("CoName"));
-            part.Find(rs);
-        },
-        [&](const Recordset& rs) {
-            // The buyer's reference marks the orders: lines without one count no order, and two
-            // orders under one reference count once.
-            const QString ref = rs.Fields(fRef).Text();
-            if (ref != lastRef) {
-                ++orders;
-                lastRef = ref;
-            }
-            const double price = rs.Fields(fPrice).Double();
-            const double qty = rs.Fields(fQty).Double();
-            total += price * qty;
-            QStringList cells{ref, dates(rs.Fields(fDate).Text()), rs.Fields(fSupplier).Text()};
-            cells.reserve(9);
-            part.Append(rs, cells);
-            cells << priceMask.Plain(price) << orderedMask.Plain(qty)
-                  << qtyMask.Plain(rs.Fields(fRecd).Double());
-            r.rows << std::move(cells);
-        });
+    for (const QStringList& row : r.rows) {
+        if (row.first() != lastRef) {
+            ++orders;
+            lastRef = row.first();
+        }
+    }
 
-    writeSummary(r, QStringLiteral("Number of Purchase Orders = ") + QString::number(orders),
+    WriteSummary(r, QStringLiteral("Number of Purchase Orders = ") + QString::number(orders),
                  QStringLiteral("Total Value of Purchase Orders = "), total,
                  QStringLiteral("Number of Lines = ") + QString::number(r.rows.size()));
     return r;
@@ -246,17 +198,22 @@ ReportResult OrdersInPeriodReport(const ReportInput& input) {
 ReportResult OverdueLinesReport(const ReportInput& input) {
     ReportResult r;
     r.ran = true;
-    r.columns = {text("PONumber", 1300),          text("Vendor", "Supplier", 900),
-                 text("PODate", "PO Date", 1450), text("DueDate", "Due Date", 1450),
-                 text("PartNumber", 1500),        text("Name", 1100),
-                 text("Description", 2300),       figure("Cost", "Cost (x1) ", 1100),
-                 figure("Qty", "Ordered ", 900),  figure("Received", "Received ", 1000)};
+    r.columns = {text("PONumber", 1300),
+                 TextColumn("Vendor", "Supplier", 900),
+                 TextColumn("PODate", "PO Date", 1450),
+                 TextColumn("DueDate", "Due Date", 1450),
+                 text("PartNumber", 1500),
+                 text("Name", 1100),
+                 text("Description", 2300),
+                 FigureColumn("Cost", "Cost (x1) ", 1100),
+                 FigureColumn("Qty", "Ordered ", 900),
+                 FigureColumn("Received", "Received ", 1000)};
 
     // What remains to come: negative for a line received above its order.
-    const double total = walkLines(OverdueLinesStatement(Today()), input, QString(),
-                                   QStringLiteral("PORecieved"), r.rows);
+    const double total = walkLines(OverdueLinesStatement(Today()), input, kLineLead, "PORecieved",
+                                   kQtyMask, true, r.rows);
 
-    writeSummary(r, QStringLiteral("Number of Item/rows = ") + QString::number(r.rows.size()),
+    WriteSummary(r, QStringLiteral("Number of Item/rows = ") + QString::number(r.rows.size()),
                  QStringLiteral("Total Value/cost of Overdue items = "), total);
     return r;
 }
@@ -265,22 +222,23 @@ ReportResult LateDeliveriesReport(const ReportInput& input) {
     ReportResult r;
     r.ran = true;
     r.columns = {text("PONumber", 1300),
-                 text("Vendor", "Supplier", 900),
+                 TextColumn("Vendor", "Supplier", 900),
                  text("Ordered", 1450),
                  text("Scheduled", 1450),
                  text("Delivered", 1450),
                  text("PartNo", 1500),
                  text("Name", 1000),
                  text("Desc", 2000),
-                 figure("Price", "Cost (x1) ", 1100),
-                 figure("PO Qty", "Ordered ", 900),
-                 figure("Received", "Received ", 1000)};
+                 FigureColumn("Price", "Cost (x1) ", 1100),
+                 FigureColumn("PO Qty", "Ordered ", 900),
+                 FigureColumn("Received", "Received ", 1000)};
 
     // Each receipt is valued against the line's whole order, whatever came before it.
     const double total = walkLines(LateDeliveriesStatement(input.startDate, input.endDate), input,
-                                   QStringLiteral("HistDate"), QStringLiteral("HistQty"), r.rows);
+                                   kLineLead + QList<LeadField>{{"HistDate", true}}, "HistQty",
+                                   kQtyMask, true, r.rows);
 
-    writeSummary(r, QStringLiteral("Number of Item/rows = ") + QString::number(r.rows.size()),
+    WriteSummary(r, QStringLiteral("Number of Item/rows = ") + QString::number(r.rows.size()),
                  QStringLiteral("Total Value of Late Deliveries = "), total);
     r.summary.label2 = QStringLiteral("NOTE:-\nThis report can only identify late deliveries "
                                       "received AFTER your installation/upgrade to Planlet "
@@ -291,8 +249,8 @@ ReportResult LateDeliveriesReport(const ReportInput& input) {
 ReportResult LateDeliveriesBySupplierReport(const ReportInput& input) {
     ReportResult r;
     r.ran = true;
-    r.columns = {text("Supplier", 3500), figure("Value", "Value ", 1800),
-                 figure("How Often", "How Often ", 1200)};
+    r.columns = {text("Supplier", 3500), FigureColumn("Value", "Value ", 1800),
+                 FigureColumn("How Often", "How Often ", 1200)};
 
     int fName = -1, fQty = -1, fHistQty = -1, fPrice = -1;
     const NumberMask valueMask(kTotalMask);
@@ -307,7 +265,7 @@ ReportResult LateDeliveriesBySupplierReport(const ReportInput& input) {
         value = 0;
         count = 0;
     };
-    walk(
+    WalkReport(
         LateDeliveriesBySupplierStatement(input.startDate, input.endDate), input,
         [&](const Recordset& rs) {
             fName = rs.FieldIndex(QStringLiteral("CoName"));
@@ -330,6 +288,6 @@ ReportResult LateDeliveriesBySupplierReport(const ReportInput& input) {
     if (any)
         writeSupplier();
 
-    writeSummary(r, QString(), QStringLiteral("Total Value of Late Deliveries = "), total);
+    WriteSummary(r, QString(), QStringLiteral("Total Value of Late Deliveries = "), total);
     return r;
 }

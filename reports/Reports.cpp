@@ -1,5 +1,6 @@
 #include "reports/Reports.h"
 
+#include "foundation/Helpers.h"
 #include "reports/InventoryReports.h"
 #include "reports/PurchasingReports.h"
 
@@ -82,6 +83,19 @@ ReportResult RunReport(const ReportInput& input) {
     default:
         return ReportResult();
     }
+}
+
+ReportColumn TextColumn(const char* key, const char* caption, int widthTwips) {
+    return {QString::fromLatin1(key), QString::fromLatin1(caption), false, widthTwips};
+}
+
+ReportColumn FigureColumn(const char* key, const char* caption, int widthTwips) {
+    return {QString::fromLatin1(key), QString::fromLatin1(caption), true, widthTwips};
+}
+
+void WriteSummary(ReportResult& r, const QString& count, const QString& totalCaption, double total,
+                  const QString& text4, const QString& text5) {
+    r.summary.text = {count, totalCaption, Format(total, QStringLiteral("#,##0.00")), text4, text5};
 }
 
 ReportEvents::ReportEvents(const std::function<void()>& events) : mEvents(events) {

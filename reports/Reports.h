@@ -4,6 +4,9 @@
 // RunReport and shows what comes back.
 #pragma once
 
+#include "foundation/DbEngine.h"
+#include "foundation/Globals.h"
+
 #include <QDate>
 #include <QElapsedTimer>
 #include <QList>
@@ -84,6 +87,33 @@ private:
     QElapsedTimer mClock;
     unsigned mRows = 0;
 };
+
+// The pieces the report procedures are built from.
+// A column of text, left-aligned, and a column of figures, right-aligned.
+ReportColumn TextColumn(const char* key, const char* caption, int widthTwips);
+ReportColumn FigureColumn(const char* key, const char* caption, int widthTwips);
+
+// Text1 a count; Text2 a total's caption with the total in Text3 ("#,##0.00"); Text4 and Text5
+// as given.
+void WriteSummary(ReportResult& r, const QString& count, const QString& totalCaption, double total,
+                  const QString& text4 = QString(), const QString& text5 = QString());
+
+// Runs one statement on its own connection: `setup` gets the record set before the first row
+// (to find its fields), `row` gets each row, and window events run meanwhile. The connection is
+// gone when the walk returns, so no lock outlives it.
+template <typename SetupFn, typename RowFn>
+void WalkReport(const QString& statement, const ReportInput& input, SetupFn setup, RowFn row) {
+    Database db = DBEngine::OpenDatabase(gDbPath);
+    Recordset rs = db.OpenRecordset(statement);
+    setup(rs);
+    ReportEvents events(input.events);
+    for (; !rs.Eof(); rs.MoveNext()) {
+        events.Row();
+        row(rs);
+    }
+    rs.Close();
+    db.Close();
+}
 
 // The date pickers.
 // The day a picked date settles on: a day the month lacks falls back a day at a time while it is
