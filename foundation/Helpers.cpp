@@ -8,6 +8,7 @@
 #include <QRegularExpression>
 #include <QThread>
 #include <algorithm>
+#include <charconv>
 #include <cmath>
 #include <cstdio>
 #include <cstring>
@@ -71,7 +72,10 @@ QString NumberMask::write(double value, QChar point, QChar group, bool wholeRule
         value = 0;
     bool negative = value < 0;
     char buf[40];
-    std::snprintf(buf, sizeof buf, "%.14e", std::fabs(value));
+    // "%.14e", exactly as printf writes it, at a fraction of printf's cost.
+    const auto written =
+        std::to_chars(buf, buf + sizeof buf - 1, std::fabs(value), std::chars_format::scientific, 14);
+    *written.ptr = '\0';
     // Digit string with room for leading zeros of tiny values and places of huge ones.
     char digits[720];
     int n = 0;
