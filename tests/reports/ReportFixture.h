@@ -22,18 +22,23 @@ inline void Insert(const char* sql, const QVariantList& values) {
     DBEngine::OpenDatabase(gDbPath).Execute(QString::fromLatin1(sql), values);
 }
 
+// A stock row, then a supplier row per {SupplierID, PriceEach, PrimeSupplier}.
+struct SupplierRow {
+    int supplier;
+    double price;
+    int prime;
+};
 inline void Item(int id, const QString& pno, const QString& category, double qty,
+                 const QList<SupplierRow>& suppliers = {},
                  const QString& description = QStringLiteral("Part"),
                  const QString& location = QStringLiteral("A1")) {
     Insert("INSERT INTO tblStockItems (ItemID, MasterPNo, ItemDescription, Category, Location, "
            "Qty) VALUES (?, ?, ?, ?, ?, ?)",
            {id, pno, description, category, location, qty});
-}
-
-inline void Supplier(int itemID, int supplierID, double price, int prime) {
-    Insert("INSERT INTO tblItemSupplier (ItemID, SupplierID, PriceEach, PrimeSupplier) VALUES "
-           "(?, ?, ?, ?)",
-           {itemID, supplierID, price, prime});
+    for (const SupplierRow& s : suppliers)
+        Insert("INSERT INTO tblItemSupplier (ItemID, SupplierID, PriceEach, PrimeSupplier) "
+               "VALUES (?, ?, ?, ?)",
+               {id, s.supplier, s.price, s.prime});
 }
 
 inline void History(int itemID, const QString& isoDate, const QString& type = "ADJ(+)") {

@@ -60,25 +60,20 @@ private slots:
     void datedReportPicksAPeriodAndRunsOnlyInOrder() {
         TestData data;
         gReportType = 4;
-        for (const auto& [today, last] : {std::pair{QDate(2024, 2, 10), QDate(2024, 2, 29)},
-                                          std::pair{QDate(2023, 2, 10), QDate(2023, 2, 28)}}) {
-            SetToday(today);
+        // The opening period is the month of today: a leap February, then a month of 30 days.
+        for (const QDate& last : {QDate(2024, 2, 29), QDate(2023, 2, 28)}) {
+            SetToday(last.addDays(-5));
             frmShowReport leap;
-            QCOMPARE(leap.StartDate(), QDate(today.year(), 2, 1));
-            QCOMPARE(leap.EndDate(), last);
+            QCOMPARE(QPair(leap.StartDate(), leap.EndDate()), QPair(QDate(last.year(), 2, 1), last));
         }
-        Item(1, "P-1", "A", 1000);
-        Supplier(1, 1, 1.2345, 0);
+        Item(1, "P-1", "A", 1000, {{1, 1.2345, 0}});
         Item(2, "P-2", "A", 3);
         History(2, "2024-04-10");
-        SetToday(QDate(2024, 4, 15)); // a month of 30 days
+        SetToday(QDate(2024, 4, 15));
         frmShowReport w;
         w.show();
-        QCOMPARE(w.Label3->text(), QStringLiteral("Parts not used in given period"));
         QVERIFY(w.Frame1->isVisible() && w.Frame2->isVisible() && !w.Command11->isVisible());
-        QCOMPARE(w.cboEndYear->itemText(29), QStringLiteral("1995"));
-        QCOMPARE(w.StartDate(), QDate(2024, 4, 1));
-        QCOMPARE(w.EndDate(), QDate(2024, 4, 30));
+        QCOMPARE(QPair(w.StartDate(), w.EndDate()), QPair(QDate(2024, 4, 1), QDate(2024, 4, 30)));
 
         // Picking 31 falls back to the month's last day; a month change checks again.
         ScriptedBoxes boxes;
@@ -111,9 +106,6 @@ private slots:
         QCOMPARE(w.gdxUBView->CellValue(1, 7).toString(), QStringLiteral("1234.50"));
         QCOMPARE(w.Text1->text(), QStringLiteral("Number of records = 1"));
         QCOMPARE(w.Text3->text(), QStringLiteral("1,234.50"));
-        QCOMPARE(w.Text5->text(),
-                 QStringLiteral("Total does not include items where OnHand Qty is less than zero"));
-        QVERIFY(!w.frmWait->isVisible());
 
         // A close asked for while the report is read waits for the end of the run.
         bool waitShown = false;
@@ -143,18 +135,10 @@ private slots:
 
     void groupedReportFoldsPrintsAndExportsWithItsCategory() {
         TestData data;
-        Item(1, "B-1", "BOLT", 10, "Hex bolt");
-        Supplier(1, 1, 2, 0);
-        Item(2, "N-1", "NUT", 4, "Nut, M6");
-        Supplier(2, 1, 0.25, 0);
+        Item(1, "B-1", "BOLT", 10, {{1, 2, 0}}, "Hex bolt");
+        Item(2, "N-1", "NUT", 4, {{1, 0.25, 0}}, "Nut, M6");
         auto printer = std::make_shared<RecordingPrinter>();
         SetPrinters({printer});
-        gReportType = 11;
-        frmShowReport byPart;
-        byPart.show();
-        QTRY_COMPARE(byPart.gdxUBView->RowCount(), 2); // no groups, the category shown
-        QVERIFY(byPart.gdxUBView->Columns()("Category").Visible());
-
         gReportType = 12;
         frmShowReport w;
         w.show();
@@ -218,7 +202,6 @@ private slots:
         gReportType = 6;
         frmShowReport overdue;
         overdue.show();
-        QCOMPARE(overdue.Label3->text(), QStringLiteral("Overdue Deliveries"));
         QVERIFY(!overdue.Frame1->isVisible() && !overdue.Command1->isVisible());
         QTRY_COMPARE(overdue.Text1->text(), QStringLiteral("Number of Item/rows = 0"));
         QCOMPARE(overdue.gdxUBView->Columns()("DueDate").Caption(), QStringLiteral("Due Date"));
@@ -229,7 +212,6 @@ private slots:
         QCOMPARE(late.gdxUBView->Columns().Count(), 0);
         QTest::mouseClick(late.Command1, Qt::LeftButton);
         QCOMPARE(late.gdxUBView->Columns()("PO Qty").Caption(), QStringLiteral("Ordered "));
-        QCOMPARE(late.Text2->text(), QStringLiteral("Total Value of Late Deliveries = "));
         QVERIFY(late.Label2->text().startsWith(QStringLiteral("NOTE:-\nThis report")));
         QVERIFY(boxes.shown().isEmpty());
     }
@@ -282,7 +264,7 @@ private slots:
             frmReporterMenu menu(group);
             QCOMPARE(menu.cmdRep.keys(), types);
             for (int type : types)
-                QVERIFY(menu.findChild<QPushButton*>(QStringLiteral("cmdRep_%1").arg(type)));
+                QCOMPARE(menu.cmdRep[type]->objectName(), QStringLiteral("cmdRep_%1").arg(type));
         }
         {
             ScriptedBoxes boxes;
