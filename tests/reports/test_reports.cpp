@@ -177,6 +177,7 @@ private slots:
         // date; the line received above its order lowers the total.
         SetToday(QDate(2024, 4, 15));
         r = Run(6);
+        QCOMPARE(r.columns.value(3).key + '=' + r.columns.value(3).caption, "DueDate=Due Date");
         QCOMPARE(Column(r, 0), QStringList({"", "EDGE-1", "P100", "P200"}));
         QCOMPARE(RowWith(r, 0, "P100"),
                  QStringList({"P100", "ACM", "05/03/2024", "10/03/2024", "RES-10K", "Value 10",
@@ -190,6 +191,7 @@ private slots:
 
         // Late receipts, each valued against the whole line.
         r = Run(7, kStart, kEnd);
+        QCOMPARE(r.columns.value(9).key + '=' + r.columns.value(9).caption, "PO Qty=Ordered ");
         QStringList delivered = Column(r, 4);
         delivered.sort();
         QCOMPARE(delivered, QStringList({"10/03/2024", "11/03/2024", "12/03/2024", "16/03/2024",
