@@ -21,12 +21,9 @@
 struct RecordedRun {
     QStringList labels;
     QList<int> progress;
-    QList<int> pauses;
-    QList<QPair<int, int>> ranges;
     RunDisplay display() {
-        return {[this](const QString& t) { labels << t; },
-                [this](int lo, int hi) { ranges << qMakePair(lo, hi); },
-                [this](int v) { progress << v; }, [this](int ms) { pauses << ms; }};
+        return {[this](const QString& t) { labels << t; }, [](int, int) {},
+                [this](int v) { progress << v; }, [](int) {}};
     }
 };
 

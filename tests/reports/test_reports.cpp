@@ -52,7 +52,6 @@ private slots:
         const ReportResult c = Run(11);
         QCOMPARE(c.rows[5].mid(5), QStringList({"1000,0", "1,20419", "1204,1875"}));
         QCOMPARE(c.summary.text[2], QStringLiteral("1.234,50"));
-        QCOMPARE(Run(4, kStart, kEnd).summary.text[2], QStringLiteral("1.234,50"));
         // Report 13 counts the shared part number once in each of its two categories.
         QCOMPARE(Run(13).summary.text[2], QStringLiteral("1.239,50"));
     }
@@ -241,10 +240,7 @@ private slots:
             QVERIFY_THROWS_EXCEPTION(DbError, Run(type, start, end));
             // After a run no lock is held: another workstation writes at once.
             QVERIFY(!Run(type, start, end).rows.isEmpty());
-            Database db = DBEngine::OpenDatabase(gDbPath);
-            db.BeginTrans();
-            db.Execute(QStringLiteral("UPDATE tblPODetail SET RowConfirmed = RowConfirmed + 1"));
-            db.CommitTrans();
+            ExecSql(QStringLiteral("UPDATE tblPODetail SET RowConfirmed = RowConfirmed + 1"));
         }
         QCOMPARE(SqlFirst("SELECT RowConfirmed FROM tblPODetail"), QStringLiteral("8"));
     }
