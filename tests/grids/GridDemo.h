@@ -21,7 +21,6 @@ public:
         grid = new GridEX(gridName, this);
         layout->addWidget(grid);
         grid->SetCellReader([this](int record, int column) {
-            ++reads;
             if (record < 1 || record > rows.size())
                 return QVariant();
             return rows[record - 1].value(column - 1);
@@ -100,7 +99,6 @@ public:
     GridEX* grid;
     QVector<QVector<QVariant>> rows;
     int nextId = 1;
-    qint64 reads = 0;
     int commits = 0;
     bool refuseCommit = false;
     bool refuseDelete = false;

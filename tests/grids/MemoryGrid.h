@@ -21,7 +21,6 @@ public:
     bool fullyLoaded = true;
     int loadedRows = 0;
     int loadCalls = 0;
-    QList<int> rowsVisited; // every SetRow
 
     void addColumn(const QString& caption, int width, bool visible = true) {
         columns.append({caption, width, visible});
@@ -38,10 +37,7 @@ public:
     QString ColumnCaption(int c) const override { return columns.at(c - 1).caption; }
     int ColumnWidth(int c) const override { return columns.at(c - 1).width; }
     int RowCount() const override { return fullyLoaded ? int(rows.size()) : loadedRows; }
-    void SetRow(int row) override {
-        mRow = row;
-        rowsVisited.append(row);
-    }
+    void SetRow(int row) override { mRow = row; }
     QString Value(int c) const override {
         const QStringList& cells = rows.at(mRow - 1);
         return c - 1 < cells.size() ? cells.at(c - 1) : QString();

@@ -21,12 +21,9 @@
 struct RecordedRun {
     QStringList labels;
     QList<int> progress;
-    QList<int> pauses;
-    QList<QPair<int, int>> ranges;
     RunDisplay display() {
-        return {[this](const QString& t) { labels << t; },
-                [this](int lo, int hi) { ranges << qMakePair(lo, hi); },
-                [this](int v) { progress << v; }, [this](int ms) { pauses << ms; }};
+        return {[this](const QString& t) { labels << t; }, [](int, int) {},
+                [this](int v) { progress << v; }, [](int) {}};
     }
 };
 
@@ -50,10 +47,7 @@ inline QByteArray Contents(const QString& path) {
 }
 
 inline qint64 Pragma(const QString& path, const QString& name) {
-    return DBEngine::OpenDatabase(path)
-        .OpenRecordset(QStringLiteral("PRAGMA ") + name)
-        .Fields(0)
-        .Long();
+    return DBEngine::OpenDatabase(path).OpenRecordset("PRAGMA " + name).Fields(0).Long();
 }
 
 // Working files of maintenance runs left in the data folder.
@@ -92,16 +86,7 @@ inline ImportColumnChoice Pick(int column, bool hasIgnore = true) {
 // Every box on the column of the same number in the layout
 // part, description, quantity, location, buy, category, sell, detail.
 inline ImportCsvInput AllColumns() {
-    ImportCsvInput in;
-    in.Combo1 = Pick(1, false);
-    in.Combo2 = Pick(2, false);
-    in.Combo3 = Pick(3);
-    in.Combo4 = Pick(4);
-    in.Combo9 = Pick(5);
-    in.Combo10 = Pick(6);
-    in.Combo11 = Pick(7);
-    in.Combo12 = Pick(8);
-    return in;
+    return {Pick(1, false), Pick(2, false), Pick(3), Pick(4), Pick(5), Pick(6), Pick(7), Pick(8)};
 }
 
 // A second workstation: this suite's program started again with "--second" and `args`. The copy

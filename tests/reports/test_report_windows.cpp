@@ -2,7 +2,6 @@
 #include "foundation/Printer.h"
 #include "grids/GridEX.h"
 #include "grids/frmPrintDialog.h"
-#include "inventory/FormMain.h"
 #include "reports/frmReporterMenu.h"
 #include "reports/frmShowReport.h"
 #include "tests/reports/ReportFixture.h"
@@ -60,25 +59,21 @@ private slots:
     void datedReportPicksAPeriodAndRunsOnlyInOrder() {
         TestData data;
         gReportType = 4;
-        for (const auto& [today, last] : {std::pair{QDate(2024, 2, 10), QDate(2024, 2, 29)},
-                                          std::pair{QDate(2023, 2, 10), QDate(2023, 2, 28)}}) {
-            SetToday(today);
+        // The opening period is the month of today: a leap February, then a month of 30 days.
+        for (const QDate& last : {QDate(2024, 2, 29), QDate(2023, 2, 28)}) {
+            SetToday(last.addDays(-5));
             frmShowReport leap;
-            QCOMPARE(leap.StartDate(), QDate(today.year(), 2, 1));
-            QCOMPARE(leap.EndDate(), last);
+            QCOMPARE(QPair(leap.StartDate(), leap.EndDate()),
+                     QPair(QDate(last.year(), 2, 1), last));
         }
-        Item(1, "P-1", "A", 1000);
-        Supplier(1, 1, 1.2345, 0);
+        Item(1, "P-1", "A", 1000, {{1, 1.2345, 0}});
         Item(2, "P-2", "A", 3);
         History(2, "2024-04-10");
-        SetToday(QDate(2024, 4, 15)); // a month of 30 days
+        SetToday(QDate(2024, 4, 15));
         frmShowReport w;
         w.show();
-        QCOMPARE(w.Label3->text(), QStringLiteral("Parts not used in given period"));
         QVERIFY(w.Frame1->isVisible() && w.Frame2->isVisible() && !w.Command11->isVisible());
-        QCOMPARE(w.cboEndYear->itemText(29), QStringLiteral("1995"));
-        QCOMPARE(w.StartDate(), QDate(2024, 4, 1));
-        QCOMPARE(w.EndDate(), QDate(2024, 4, 30));
+        QCOMPARE(QPair(w.StartDate(), w.EndDate()), QPair(QDate(2024, 4, 1), QDate(2024, 4, 30)));
 
         // Picking 31 falls back to the month's last day; a month change checks again.
         ScriptedBoxes boxes;
@@ -93,7 +88,6 @@ private slots:
         w.cboEndMonth->setCurrentIndex(-1);
         QCOMPARE(boxes.prompts(), QStringList({"Invalid date selected"}));
         QCOMPARE(w.cboEndDay->currentText(), QStringLiteral("28"));
-        QVERIFY(!gDateFixing);
 
         // Start and end on the same date: the message and no report.
         SelectText(w.cboEndMonth, QStringLiteral("April"));
@@ -108,16 +102,12 @@ private slots:
         SelectText(w.cboEndDay, QStringLiteral("30"));
         QTest::mouseClick(w.Command1, Qt::LeftButton);
         QCOMPARE(w.gdxUBView->ItemCount(), 1);
-        QCOMPARE(w.gdxUBView->CellValue(1, 7).toString(), QStringLiteral("1234.50"));
-        QCOMPARE(w.Text1->text(), QStringLiteral("Number of records = 1"));
-        QCOMPARE(w.Text3->text(), QStringLiteral("1,234.50"));
-        QCOMPARE(w.Text5->text(),
-                 QStringLiteral("Total does not include items where OnHand Qty is less than zero"));
-        QVERIFY(!w.frmWait->isVisible());
+        QCOMPARE(w.gdxUBView->CellValue(1, 7).toString() + '|' + w.Text1->text() + '|' +
+                     w.Text3->text(),
+                 "1234.50|Number of records = 1|1,234.50");
 
         // A close asked for while the report is read waits for the end of the run.
-        bool waitShown = false;
-        bool stayedOpen = false;
+        bool waitShown = false, stayedOpen = false;
         QTimer::singleShot(0, &w, [&] {
             waitShown = w.frmWait->isVisible() && w.Running();
             w.close();
@@ -126,35 +116,14 @@ private slots:
         w.Command1_Click();
         QVERIFY(waitShown && stayedOpen);
         QVERIFY(!w.isVisible());
-
-        // A second run asked for meanwhile starts when the first has ended: here its dates are
-        // out of order, so it stops at the date check.
-        w.show();
-        boxes.clear();
-        boxes.answer(vbOK);
-        QTimer::singleShot(0, &w, [&] {
-            SelectText(w.cboStartDay, QStringLiteral("30"));
-            QTest::mouseClick(w.Command1, Qt::LeftButton);
-            QVERIFY(boxes.shown().isEmpty());
-        });
-        w.Command1_Click();
-        QCOMPARE(boxes.prompts(), QStringList({"Start Date must be 'earlier' than End Date"}));
     }
 
     void groupedReportFoldsPrintsAndExportsWithItsCategory() {
         TestData data;
-        Item(1, "B-1", "BOLT", 10, "Hex bolt");
-        Supplier(1, 1, 2, 0);
-        Item(2, "N-1", "NUT", 4, "Nut, M6");
-        Supplier(2, 1, 0.25, 0);
+        Item(1, "B-1", "BOLT", 10, {{1, 2, 0}}, "Hex bolt");
+        Item(2, "N-1", "NUT", 4, {{1, 0.25, 0}}, "Nut, M6");
         auto printer = std::make_shared<RecordingPrinter>();
         SetPrinters({printer});
-        gReportType = 11;
-        frmShowReport byPart;
-        byPart.show();
-        QTRY_COMPARE(byPart.gdxUBView->RowCount(), 2); // no groups, the category shown
-        QVERIFY(byPart.gdxUBView->Columns()("Category").Visible());
-
         gReportType = 12;
         frmShowReport w;
         w.show();
@@ -162,11 +131,10 @@ private slots:
         QTRY_COMPARE(grid.ItemCount(), 2);
         QVERIFY(w.Command11->isVisible() && !w.Command1->isVisible() && !w.Frame1->isVisible());
         QVERIFY(!grid.Columns()("Category").Visible());
-        QCOMPARE(grid.RowCount(), 4); // two groups, open
-        QTest::mouseClick(w.Command11, Qt::LeftButton);
+        QCOMPARE(grid.RowCount(), 4);                   // two groups, open
+        QTest::mouseClick(w.Command11, Qt::LeftButton); // the first click folds them
         QCOMPARE(grid.RowCount(), 2);
         QTest::mouseClick(w.Command11, Qt::LeftButton);
-        QCOMPARE(grid.RowCount(), 4);
 
         // A resize is not remembered: the main list's stored widths stay untouched.
         grid.TableView()->horizontalHeader()->resizeSection(grid.Columns()("Desc").Index() - 1,
@@ -211,29 +179,6 @@ private slots:
         QVERIFY(!grid.Columns()("Category").Visible());
     }
 
-    void purchasingReportsInTheWindow() {
-        TestData data;
-        ScriptedBoxes boxes;
-        // The overdue lines show as the window opens, with no date to pick, and nothing is said.
-        gReportType = 6;
-        frmShowReport overdue;
-        overdue.show();
-        QCOMPARE(overdue.Label3->text(), QStringLiteral("Overdue Deliveries"));
-        QVERIFY(!overdue.Frame1->isVisible() && !overdue.Command1->isVisible());
-        QTRY_COMPARE(overdue.Text1->text(), QStringLiteral("Number of Item/rows = 0"));
-        QCOMPARE(overdue.gdxUBView->Columns()("DueDate").Caption(), QStringLiteral("Due Date"));
-        // The late deliveries run on the button, with the note under the grid.
-        gReportType = 7;
-        frmShowReport late;
-        late.show();
-        QCOMPARE(late.gdxUBView->Columns().Count(), 0);
-        QTest::mouseClick(late.Command1, Qt::LeftButton);
-        QCOMPARE(late.gdxUBView->Columns()("PO Qty").Caption(), QStringLiteral("Ordered "));
-        QCOMPARE(late.Text2->text(), QStringLiteral("Total Value of Late Deliveries = "));
-        QVERIFY(late.Label2->text().startsWith(QStringLiteral("NOTE:-\nThis report")));
-        QVERIFY(boxes.shown().isEmpty());
-    }
-
     void unknownAndSilentTypes() {
         TestData data;
         ScriptedBoxes boxes;
@@ -248,23 +193,10 @@ private slots:
         for (int type : {1, 2, 3, 9, 10}) {
             gReportType = type;
             frmShowReport w;
-            w.show();
-            if (w.Command1->isVisible())
-                QTest::mouseClick(w.Command1, Qt::LeftButton);
+            w.Command1_Click();
             QCOMPARE(w.gdxUBView->Columns().Count(), 0);
         }
         QVERIFY(boxes.shown().isEmpty());
-
-        // No type: the window closes as it opens.
-        gReportType = 0;
-        frmShowReport none;
-        bool forced = false;
-        QTimer::singleShot(2000, &none, [&] { // a window that stayed open fails below
-            forced = true;
-            none.close();
-        });
-        QCOMPARE(none.exec(), int(QDialog::Rejected));
-        QVERIFY(!forced);
 
         gReportType = 4;
         frmShowReport w;
@@ -281,8 +213,6 @@ private slots:
         for (const auto& [group, types] : groups) {
             frmReporterMenu menu(group);
             QCOMPARE(menu.cmdRep.keys(), types);
-            for (int type : types)
-                QVERIFY(menu.findChild<QPushButton*>(QStringLiteral("cmdRep_%1").arg(type)));
         }
         {
             ScriptedBoxes boxes;
@@ -311,19 +241,6 @@ private slots:
         QCOMPARE(typeAfterSecondClick, 4);
         QCOMPARE(title, QStringLiteral("Parts not used in given period"));
         QVERIFY(!gReportBusy && !menu.frmWait->isVisible());
-
-        // The main window's bar opens the menu of its group.
-        FormMain main;
-        main.Form_Load();
-        main.show();
-        QStringList entries;
-        auto bar = OnModal<frmReporterMenu>([&](frmReporterMenu* m) {
-            for (QPushButton* b : m->cmdRep)
-                entries << b->objectName();
-        });
-        main.ButtonBar1_ButtonClick(QStringLiteral("Reports"), QStringLiteral("REP2"));
-        QVERIFY(*bar);
-        QCOMPARE(entries, QStringList({"cmdRep_6", "cmdRep_7", "cmdRep_8"}));
     }
 };
 

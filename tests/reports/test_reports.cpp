@@ -1,6 +1,5 @@
 // The reports without a window: stock valued at cost, and the orders, overdue lines and late
 // deliveries of orders placed and goods booked in by the purchasing procedures.
-#include "reports/PurchasingReports.h"
 #include "tests/reports/ReportFixture.h"
 
 using namespace reporttest;
@@ -21,20 +20,14 @@ private slots:
 
     void valuationTakesTheFirstRowOfEachPartNumber() {
         TestData data;
-        Item(1, "P-100", "BOLT", 10);
-        Supplier(1, 7, 5.0, 1); // the prime supplier
-        Supplier(1, 8, 2.5, 0); // the other one sorts first and sets the cost
+        // Item 1: the prime supplier, and the other one that sorts first and sets the cost.
+        Item(1, "P-100", "BOLT", 10, {{7, 5.0, 1}, {8, 2.5, 0}});
         Item(2, "P-200", "NUT", 3);
-        Item(3, "P-300", "BOLT", 4);
-        Supplier(3, 7, 1.25, 0);
-        Item(4, "P-300", "WASHER", 4);
-        Supplier(4, 7, 1.25, 0);
-        Item(5, "P-400", "NUT", -2);
-        Supplier(5, 7, 3, 1);
-        Item(6, "P-500", "NUT", 2.5);
-        Supplier(6, 7, 0.125, 0);
-        Item(7, "P-600", "BOLT", 1000);
-        Supplier(7, 7, 1.2041875, 0);
+        Item(3, "P-300", "BOLT", 4, {{7, 1.25, 0}});
+        Item(4, "P-300", "WASHER", 4, {{7, 1.25, 0}});
+        Item(5, "P-400", "NUT", -2, {{7, 3, 1}});
+        Item(6, "P-500", "NUT", 2.5, {{7, 0.125, 0}});
+        Item(7, "P-600", "BOLT", 1000, {{7, 1.2041875, 0}});
 
         const ReportResult r = Run(11);
         QCOMPARE(Column(r, 1), QStringList({"P-100", "P-200", "P-300", "P-400", "P-500", "P-600"}));
@@ -59,7 +52,6 @@ private slots:
         const ReportResult c = Run(11);
         QCOMPARE(c.rows[5].mid(5), QStringList({"1000,0", "1,20419", "1204,1875"}));
         QCOMPARE(c.summary.text[2], QStringLiteral("1.234,50"));
-        QCOMPARE(Run(4, kStart, kEnd).summary.text[2], QStringLiteral("1.234,50"));
         // Report 13 counts the shared part number once in each of its two categories.
         QCOMPARE(Run(13).summary.text[2], QStringLiteral("1.239,50"));
     }
@@ -75,12 +67,9 @@ private slots:
         Item(4, "P-4", "A", 5); // neither history nor supplier
         Item(5, "P-5", "A", 1);
         History(5, "2024-03-02", "SHIP"); // any kind of movement counts
-        Item(6, "P-6", "A", 308.625, "Hex bolt", "Bin 7");
-        Supplier(6, 1, 10, 1);
-        Supplier(6, 2, 4, 0);
+        Item(6, "P-6", "A", 308.625, {{1, 10, 1}, {2, 4, 0}}, "Hex bolt", "Bin 7");
         History(6, "2024-04-01");
-        Item(7, "P-7", "A", -3);
-        Supplier(7, 1, 2, 1);
+        Item(7, "P-7", "A", -3, {{1, 2, 1}});
 
         const ReportResult r = Run(4, kStart, kEnd);
         QCOMPARE(Column(r, 1), QStringList({"P-1", "P-2", "P-4", "P-6", "P-7"}));
@@ -110,28 +99,20 @@ private slots:
         QCOMPARE(Summary(Run(13)).mid(0, 3),
                  QStringList(
                      {"Number of Categories = 0", "Total Value of OnHand Inventory = ", "0.00"}));
-        Item(1, "B-1", "BOLT", 10);
-        Supplier(1, 1, 9, 1);
-        Supplier(1, 2, 2, 0);
+        Item(1, "B-1", "BOLT", 10, {{1, 9, 1}, {2, 2, 0}});
         for (const char* d : {"2024-01-01", "2024-02-01", "2024-03-01"})
             History(1, d); // six joined rows for this item
-        Item(2, "B-2", "BOLT", -5);
-        Supplier(2, 1, 3, 0);
-        Item(3, "B-3", "BOLT", 1.5);
-        Supplier(3, 1, 0.1, 0);
-        Item(4, "N-1", "NUT", 1000);
-        Supplier(4, 1, 1.23456, 0);
+        Item(2, "B-2", "BOLT", -5, {{1, 3, 0}});
+        Item(3, "B-3", "BOLT", 1.5, {{1, 0.1, 0}});
+        Item(4, "N-1", "NUT", 1000, {{1, 1.23456, 0}});
         History(4, "2024-01-05");
         History(4, "2024-01-06");
-        Item(5, "W-1", "WASHER", 3);
-        Supplier(5, 1, 0.123456, 0);
+        Item(5, "W-1", "WASHER", 3, {{1, 0.123456, 0}});
         // A bolt's part number again, in another category and not next to it: it counts there.
-        Item(6, "B-1", "WASHER", 2);
-        Supplier(6, 1, 1, 0);
+        Item(6, "B-1", "WASHER", 2, {{1, 1, 0}});
         // A part number on the row just before is skipped whatever its category, so a category
         // reached only through it never gets a row.
-        Item(7, "W-1", "ZINC", 4);
-        Supplier(7, 1, 1, 0);
+        Item(7, "W-1", "ZINC", 4, {{1, 1, 0}});
 
         const ReportResult r = Run(13);
         QCOMPARE(r.rows, QList<QStringList>(
@@ -190,13 +171,12 @@ private slots:
         QCOMPARE(Summary(r), QStringList({"Number of Purchase Orders = 2",
                                           "Total Value of Purchase Orders = ", "1,235,560.00",
                                           "Number of Lines = 5", ""}));
-        QCOMPARE(Run(5, QDate(2024, 4, 1), QDate(2024, 5, 1)).summary.text[2],
-                 QStringLiteral("0.00"));
 
         // Overdue: neither the complete line, nor the line due today, nor the line without a
         // date; the line received above its order lowers the total.
         SetToday(QDate(2024, 4, 15));
         r = Run(6);
+        QCOMPARE(r.columns.value(3).key + '=' + r.columns.value(3).caption, "DueDate=Due Date");
         QCOMPARE(Column(r, 0), QStringList({"", "EDGE-1", "P100", "P200"}));
         QCOMPARE(RowWith(r, 0, "P100"),
                  QStringList({"P100", "ACM", "05/03/2024", "10/03/2024", "RES-10K", "Value 10",
@@ -210,6 +190,7 @@ private slots:
 
         // Late receipts, each valued against the whole line.
         r = Run(7, kStart, kEnd);
+        QCOMPARE(r.columns.value(9).key + '=' + r.columns.value(9).caption, "PO Qty=Ordered ");
         QStringList delivered = Column(r, 4);
         delivered.sort();
         QCOMPARE(delivered, QStringList({"10/03/2024", "11/03/2024", "12/03/2024", "16/03/2024",
@@ -238,26 +219,6 @@ private slots:
         QCOMPARE(Run(8, QDate(2024, 3, 13), QDate(2024, 3, 19)).rows,
                  QList<QStringList>({{"", "10.00", "1"}}));
         QVERIFY(Run(8, QDate(2024, 4, 1), QDate(2024, 5, 1)).rows.isEmpty());
-        LocaleScope german(QLocale(QLocale::German, QLocale::Germany));
-        QCOMPARE(Column(Run(8, kStart, kEnd), 1), QStringList({"1.306,00", "1.231.413,75"}));
-    }
-
-    void receiptsJoinTheirLineThroughAnIndex() {
-        TestData data;
-        Database db = DBEngine::OpenDatabase(gDbPath);
-        // Whichever side the engine starts from, the other is found through an index: the line
-        // by its key or the receipts by HistID2, never by reading a whole table per row.
-        for (const QString& statement : {LateDeliveriesStatement(kStart, kEnd),
-                                         LateDeliveriesBySupplierStatement(kStart, kEnd)}) {
-            QStringList steps;
-            for (Recordset rs = db.OpenRecordset(QStringLiteral("EXPLAIN QUERY PLAN ") + statement);
-                 !rs.Eof(); rs.MoveNext())
-                steps << rs.Fields(QStringLiteral("detail")).Text();
-            const QString plan = steps.join(QLatin1Char('\n'));
-            QVERIFY2(plan.contains("SEARCH tblPODetail USING INTEGER PRIMARY KEY") ||
-                         plan.contains("ixHistID2"),
-                     qPrintable(plan));
-        }
     }
 
     void aReportReadsInOneStatementAndLetsGo() {
@@ -279,10 +240,7 @@ private slots:
             QVERIFY_THROWS_EXCEPTION(DbError, Run(type, start, end));
             // After a run no lock is held: another workstation writes at once.
             QVERIFY(!Run(type, start, end).rows.isEmpty());
-            Database db = DBEngine::OpenDatabase(gDbPath);
-            db.BeginTrans();
-            db.Execute(QStringLiteral("UPDATE tblPODetail SET RowConfirmed = RowConfirmed + 1"));
-            db.CommitTrans();
+            ExecSql(QStringLiteral("UPDATE tblPODetail SET RowConfirmed = RowConfirmed + 1"));
         }
         QCOMPARE(SqlFirst("SELECT RowConfirmed FROM tblPODetail"), QStringLiteral("8"));
     }
