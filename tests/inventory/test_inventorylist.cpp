@@ -324,35 +324,6 @@ private slots:
         QCOMPARE(LoadUBSuppliers()(4, 1).toLongLong(), 0);
     }
 
-    void editsOfALoadedListAreChecked() {
-        TestData data;
-        QVERIFY(data.ok());
-        fillTies(60, 7);
-        const QList<QStringList> expected = walkOfStatement(request(UBMode::AllItems));
-        UBItemResult r = LoadUBItems(request(UBMode::AllItems));
-        QVERIFY(r.rowCount > 3);
-        QVector<QVariant> values;
-        for (int c = 1; c <= r.data.Columns(); ++c)
-            values << std::as_const(r.data)(c, 2);
-        values[UBItemColumn(QStringLiteral("Qty")) - 1] = QStringLiteral("12.5");
-        values[UBItemColumn(QStringLiteral("Desc")) - 1] = QStringLiteral("changed");
-        QVERIFY(UBCopyRowBack(r.data, 2, values));
-        QList<QStringList> rows = rowsOf(r);
-        QCOMPARE(rows[1].mid(1, 6), QStringList({expected[1][1], "changed", expected[1][3],
-                                                 expected[1][4], expected[1][5], "12.5"}));
-        // A refused edit copies nothing; the other rows never changed.
-        values[UBItemColumn(QStringLiteral("Sell")) - 1] = QStringLiteral("$4.00");
-        values[UBItemColumn(QStringLiteral("Qty")) - 1] = QStringLiteral("1");
-        QVERIFY(!UBCopyRowBack(r.data, 2, values));
-        QCOMPARE(rowsOf(r), rows);
-        QVERIFY(UBEditFailureText().startsWith(
-            QStringLiteral("The Database could not be updated. Maybe the data was invalid\n")));
-        rows.removeAt(1);
-        QList<QStringList> others = expected;
-        others.removeAt(1);
-        QCOMPARE(rows, others);
-    }
-
     void listMatchesTheOrderedStatementOnTies() {
         for (quint32 seed : {1u, 2u, 3u}) {
             TestData data;

@@ -85,9 +85,17 @@ ItemDetailFields newFields(const QString& pno, const QString& description) {
 
 class TestItemDetail : public QObject {
     Q_OBJECT
+    std::unique_ptr<TestData> mData;
 private slots:
+    void init() {
+        mData = std::make_unique<TestData>();
+        QVERIFY(mData->ok());
+        FillItemFixture();
+    }
+
     void createItems() {
-        TestData data;
+        ExecSql("DELETE FROM tblStockItems");
+        ExecSql("DELETE FROM tblItemSupplier");
         ScriptedBoxes boxes;
         ItemDetailFields f = newFields(QStringLiteral("  "), QStringLiteral("Widget"));
         boxes.answer(vbOK);
@@ -122,11 +130,9 @@ private slots:
         g.minQty = QStringLiteral("2");
         g.sellPrice = QStringLiteral("1.23456");
         QCOMPARE(CreateNewItem(g), 42);
-        QCOMPARE(rows("tblStockItems", "ItemID").last(),
-                 QStringLiteral("ItemID=42|MasterPNo=W-2|ItemName=|ItemDescription=Gear|"
-                                "Category=GEA|Assy=0|Location=R1|Qty=4.25|Trigger=2|"
-                                "SellAt=1.23456|AllowDiscount=0|AllocQty=0|OnOrderQty=0|"
-                                "BuyNow=0|UOM1=<null>|UOM2=<null>|UOM3=<null>"));
+        QCOMPARE(SqlRows("SELECT ItemID, ItemDescription, Category, Location, Qty, Trigger, SellAt "
+                         "FROM tblStockItems WHERE MasterPNo = 'W-2'"),
+                 QStringList({"42|Gear|GEA|R1|4.25|2|1.23456"}));
 
         // A part number in use (any case) is refused and nothing is written.
         const QStringList before = snapshot();
@@ -149,8 +155,6 @@ private slots:
     }
 
     void loadSaveReloadDelete() {
-        TestData data;
-        FillItemFixture();
         std::optional<ItemDetailData> d = LoadItemDetail(7);
         QVERIFY(d);
         // The assembly box follows the category, not the stored flag.
@@ -270,8 +274,6 @@ private slots:
         QFETCH(qint32, itemId);
         QFETCH(QString, title);
         QFETCH(QString, message);
-        TestData data;
-        FillItemFixture();
         ItemSaveInput in = inputFor(7);
         in.itemId = itemId;
         in.fields.qty = QStringLiteral("99");
@@ -296,8 +298,6 @@ private slots:
     }
 
     void saveRefusalsAndUntrappedCommentStep() {
-        TestData data;
-        FillItemFixture();
         const QStringList before = snapshot();
         ScriptedBoxes boxes;
         ItemSaveInput in = inputFor(7);
@@ -321,37 +321,27 @@ private slots:
     }
 
     void primeRules() {
-        TestData data;
-        FillItemFixture();
         ScriptedBoxes boxes;
+        const auto written = [] {
+            return SqlRows("SELECT SupplierID, SupplierPNo, MinOrQty, PriceEach, PrimeSupplier "
+                           "FROM tblItemSupplier WHERE ItemID = 7 ORDER BY SupplierID");
+        };
         ItemSaveInput in = inputFor(7);
-        const QString sups = QStringLiteral("ItemID, SupplierID");
         // Two marks: the first keeps it.
         in.suppliers = {supplierRow(1, "Z1", "1", "3", false, "ZET"),
                         supplierRow(2, "A1", "2", "4", true, "ALP"),
                         supplierRow(9, "", "", "", true, "")};
         ItemSaveResult r = SaveItemDetail(in);
-        QVERIFY(r.saved);
-        QCOMPARE(r.suppliers[1].SupPrime, true);
-        QCOMPARE(r.suppliers[2].SupPrime, false);
-        QCOMPARE(rows("tblItemSupplier", sups).mid(0, 3),
-                 (QStringList{"ItemID=7|SupplierID=1|SupplierPNo=Z1|MinOrQty=1|PriceEach=3|"
-                              "PrimeSupplier=0",
-                              "ItemID=7|SupplierID=2|SupplierPNo=A1|MinOrQty=2|PriceEach=4|"
-                              "PrimeSupplier=1",
-                              "ItemID=7|SupplierID=9|SupplierPNo=|MinOrQty=0|PriceEach=0|"
-                              "PrimeSupplier=0"}));
+        QVERIFY(r.saved && r.suppliers[1].SupPrime && !r.suppliers[2].SupPrime);
+        QCOMPARE(written(), QStringList({"1|Z1|1|3|0", "2|A1|2|4|1", "9||0|0|0"}));
         QCOMPARE(r.listRow.Vendor + QLatin1Char('|') + r.listRow.Buy, QStringLiteral("ALP|4"));
 
         // No mark: row 1 takes it.
         in.suppliers = {supplierRow(1, "Z1", "1", "3", false, "ZET"),
                         supplierRow(2, "A1", "2", "4", false, "ALP")};
         r = SaveItemDetail(in);
-        QCOMPARE(r.suppliers[0].SupPrime, true);
-        QCOMPARE(rows("tblItemSupplier", sups).mid(0, 2).join(';'),
-                 QStringLiteral("ItemID=7|SupplierID=1|SupplierPNo=Z1|MinOrQty=1|PriceEach=3|"
-                                "PrimeSupplier=1;ItemID=7|SupplierID=2|SupplierPNo=A1|MinOrQty=2|"
-                                "PriceEach=4|PrimeSupplier=0"));
+        QVERIFY(r.suppliers[0].SupPrime);
+        QCOMPARE(written(), QStringList({"1|Z1|1|3|1", "2|A1|2|4|0"}));
         QVERIFY(listRow(r.listRow).endsWith("|Vendor=ZET|VendorPN=Z1|Buy=3|Sell=0.125|MOQ=1"));
         QCOMPARE(LoadItemDetail(7)->fields.buyPrice, QStringLiteral("3"));
 
@@ -359,20 +349,17 @@ private slots:
         in.suppliers.clear();
         in.fields.buyPrice = QStringLiteral("2.75");
         r = SaveItemDetail(in);
-        QVERIFY(r.saved);
-        QCOMPARE(rows("tblItemSupplier", sups).first(),
-                 QStringLiteral("ItemID=7|SupplierID=0|SupplierPNo=|MinOrQty=0|PriceEach=2.75|"
-                                "PrimeSupplier=1"));
+        QCOMPARE(written(), QStringList({"0||0|2.75|1"}));
         QVERIFY(listRow(r.listRow).contains("|Vendor=|VendorPN=|Buy=2.75|"));
         const std::optional<ItemDetailData> d = LoadItemDetail(7);
         QCOMPARE(d->suppliers.size(), 1);
-        QCOMPARE(d->suppliers[0].SupName, QStringLiteral("No Supplier"));
-        QCOMPARE(d->fields.buyPrice, QStringLiteral("2.75"));
+        QCOMPARE(d->suppliers[0].SupName + '|' + d->fields.buyPrice,
+                 QStringLiteral("No Supplier|2.75"));
+        QCOMPARE(SqlFirst("SELECT SupplierPNo FROM tblItemSupplier WHERE ItemID = 8"),
+                 QStringLiteral("Z-88"));
     }
 
     void commaLocale() {
-        TestData data;
-        FillItemFixture();
         LocaleScope de(QLocale(QLocale::German, QLocale::Germany));
         ScriptedBoxes boxes;
         std::optional<ItemDetailData> d = LoadItemDetail(7);
@@ -392,8 +379,6 @@ private slots:
     }
 
     void deleteRefusedAfterPurchaseOrder() {
-        TestData data;
-        FillItemFixture();
         // A complete order row still blocks the delete.
         ExecSql("INSERT INTO tblPODetail (POID, POStockID, POQty, PORecieved) VALUES (3, 7, 5, 5)");
         const QStringList before = snapshot();
@@ -420,8 +405,6 @@ private slots:
     }
 
     void suppliersInMemoryAndCategories() {
-        TestData data;
-        FillItemFixture();
         // An item made here has the placeholder; the first supplier added takes it over.
         ItemDetailFields f = newFields(QStringLiteral("N-1"), QStringLiteral("Nut"));
         ScriptedBoxes boxes;
@@ -429,29 +412,21 @@ private slots:
         QVector<ItemSupplierRow> sup = LoadItemDetail(id)->suppliers;
         QCOMPARE(sup.size(), 1);
         QCOMPARE(sup[0].SupName, QStringLiteral("No Supplier"));
-        QVERIFY(!CanRemoveSupplier(sup));
         QVERIFY(AddSupplierRow(sup, 1));
         QCOMPARE(sup.size(), 1);
         QCOMPARE(sup[0].SupName + sup[0].Code + QString::number(sup[0].SupID),
                  QStringLiteral("Zeta PartsZET1"));
         QVERIFY(sup[0].SupPrice.isEmpty() && !sup[0].SupPrime);
-        QVERIFY(!CanAddSupplier(sup, 1));
-        QVERIFY(CanAddSupplier(sup, 2));
         QVERIFY(AddSupplierRow(sup, 2));
-        QCOMPARE(sup.size(), 2);
-        QVERIFY(CanRemoveSupplier(sup));
         // Nothing of this reached the file; saved without a mark, the first one added is prime.
-        QCOMPARE(rows("tblItemSupplier", "ItemID, SupplierID").filter("ItemID=9|").size(), 1);
+        const QString written = QStringLiteral("SELECT SupplierID, SupplierPNo, MinOrQty, "
+                                               "PriceEach, PrimeSupplier FROM tblItemSupplier "
+                                               "WHERE ItemID = 9 ORDER BY SupplierID");
+        QCOMPARE(SqlRows(written), QStringList({"0||||0"}));
         ItemSaveInput in = inputFor(id);
         in.suppliers = sup;
         QVERIFY(SaveItemDetail(in).saved);
-        QCOMPARE(rows("tblItemSupplier", "ItemID, SupplierID").filter("ItemID=9|").join(';'),
-                 QStringLiteral("ItemID=9|SupplierID=1|SupplierPNo=|MinOrQty=0|PriceEach=0|"
-                                "PrimeSupplier=1;ItemID=9|SupplierID=2|SupplierPNo=|MinOrQty=0|"
-                                "PriceEach=0|PrimeSupplier=0"));
-        RemoveSupplierRow(sup, 0);
-        QCOMPARE(sup.size(), 1);
-        QCOMPARE(sup[0].SupName, QStringLiteral("Alpha Supply"));
+        QCOMPARE(SqlRows(written), QStringList({"1||0|0|1", "2||0|0|0"}));
         QCOMPARE(SupplierAddressText(1),
                  QStringLiteral("Zeta Parts\n1 High St\nUnit 2\nLeeds\nYorks\nLS1 1AA\nAnn Bell\n"
                                 "Tel: 0113 111\nFax: 0113 222\nann@zeta.test"));

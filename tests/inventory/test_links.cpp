@@ -31,12 +31,15 @@ const QString kNoDescription =
 
 class TestLinks : public QObject {
     Q_OBJECT
+    std::unique_ptr<TestData> mData;
 private slots:
     void initTestCase() { UseTestLocale(); }
-    void init() { gCanLinks = true; }
+    void init() {
+        mData = std::make_unique<TestData>();
+        gCanLinks = true;
+    }
 
     void usedInListsTheAssembliesOfAnItem() {
-        TestData data;
         ExecSql("INSERT INTO tblStockItems (ItemID, MasterPNo, ItemName, ItemDescription, "
                 "Category, Assy) VALUES (1, 'R-10K', '10k', 'Resistor', 'RES', 0), "
                 "(2, 'AS-100', 'Issue 3', 'Main board', 'AS', -1), "
@@ -48,14 +51,9 @@ private slots:
         const UsedInData d = LoadUsedIn(1);
         QCOMPARE(d.keys,
                  QStringList({"QtyPer", "MasterPNo", "ItemName", "ItemDescription", "BoardPos"}));
-        QStringList captions;
-        for (const QString& k : d.keys)
-            captions << UsedInCaption(k);
-        QCOMPARE(captions,
-                 QStringList({"QtyPer", "MasterPNo", "ItemName", "Description", "Ref/Position"}));
-        QCOMPARE(d.rows.size(), 2);
-        QCOMPARE(d.rows[0], QStringList({"4", "AS-100", "Issue 3", "Main board", "R1,R2,R5,R9"}));
-        QCOMPARE(d.rows[1], QStringList({"0.5", "AS-200", "", "Power unit", ""}));
+        QCOMPARE(d.rows,
+                 QList<QStringList>({{"4", "AS-100", "Issue 3", "Main board", "R1,R2,R5,R9"},
+                                     {"0.5", "AS-200", "", "Power unit", ""}}));
 
         // The quantity is a plain number in the locale's own writing.
         {
@@ -67,7 +65,6 @@ private slots:
     }
 
     void loadsKeepTheirOwnersAndOrder() {
-        TestData data;
         ExecSql("INSERT INTO tblHyperLinks VALUES (5, 'c:\\docs\\zeta.pdf', 'Zeta sheet'), "
                 "(0, 'https://example.com/terms', 'Terms'), (5, 'c:\\docs\\alpha.pdf', 'Alpha "
                 "sheet'), (6, 'c:\\docs\\other.pdf', 'Other item'), (0, '\\\\server\\prices.xls', "
@@ -84,7 +81,6 @@ private slots:
     }
 
     void addAsksForADescription() {
-        TestData data;
         ScriptedBoxes boxes;
         boxes.answerInput(QStringLiteral("Data sheet"));
         QVERIFY(AddLink(5, QStringLiteral("/srv/docs/r10k.pdf")));
@@ -116,7 +112,6 @@ private slots:
     }
 
     void editWithAndWithoutADescription() {
-        TestData data;
         link(5, "/srv/a.pdf", "Old");
         link(5, "/srv/b.pdf", "Keep");
         link(6, "/srv/a.pdf", "Old"); // the same link of another item
@@ -147,7 +142,6 @@ private slots:
     }
 
     void removeTakesEqualLinksTogether() {
-        TestData data;
         link(5, "/srv/a.pdf", "Sheet");
         link(5, "/srv/a.pdf", "Sheet");
         link(5, "/SRV/A.pdf", "SHEET"); // equal but for case
@@ -160,12 +154,11 @@ private slots:
     }
 
     void droppedFilesAreNamedByTheirFiles() {
-        TestData data;
-        QCOMPARE(LinkNameOfPath(QStringLiteral("C:\\Docs\\Sheets\\r10k.pdf")),
-                 QStringLiteral("r10k.pdf"));
-        QCOMPARE(LinkNameOfPath(QStringLiteral("/home/ann/Drawings")), QStringLiteral("Drawings"));
-        QCOMPARE(LinkNameOfPath(QStringLiteral("D:plan.dwg")), QStringLiteral("plan.dwg"));
-        QCOMPARE(LinkNameOfPath(QStringLiteral("notes.txt")), QStringLiteral("notes.txt"));
+        for (const auto& [path, name] : {std::pair{"C:\\Docs\\Sheets\\r10k.pdf", "r10k.pdf"},
+                                         {"/home/ann/Drawings", "Drawings"},
+                                         {"D:plan.dwg", "plan.dwg"},
+                                         {"notes.txt", "notes.txt"}})
+            QCOMPARE(LinkNameOfPath(QLatin1String(path)), QLatin1String(name));
 
         ScriptedBoxes boxes;
         const QStringList two = {QStringLiteral("/data/sheets/a.pdf"),
@@ -198,7 +191,6 @@ private slots:
     }
 
     void everyChangeIsRefusedWithoutTheRight() {
-        TestData data;
         link(5, "/srv/a.pdf", "Sheet");
         const QStringList before = allLinks();
         gCanLinks = false;
@@ -221,23 +213,17 @@ private slots:
         QCOMPARE(LoadLinks(5).names, QStringList({"Sheet"}));
     }
 
+    // The window opens a missing file without a word (see the main window's tests); an address
+    // without a scheme reaches the desktop as a web address.
     void openingHandsTheAddressToTheDesktop() {
-        TestData data;
         QList<QUrl> opened;
         const LinkOpener previous = InstallLinkOpener([&opened](const QUrl& url) {
             opened << url;
-            return false; // the file is missing: the desktop fails
+            return true;
         });
-        ScriptedBoxes boxes;
-        const QString missing = data.path(QStringLiteral("no such file.pdf"));
-        OpenLink(missing);
         OpenLink(QStringLiteral("www.example.com/parts"));
         InstallLinkOpener(previous);
-        QCOMPARE(opened.size(), 2);
-        QCOMPARE(opened[0], QUrl::fromLocalFile(missing));
-        QCOMPARE(opened[1].scheme(), QStringLiteral("http"));
-        QCOMPARE(opened[1].host(), QStringLiteral("www.example.com"));
-        QCOMPARE(boxes.shown().size(), 0);
+        QCOMPARE(opened, QList<QUrl>({QUrl(QStringLiteral("http://www.example.com/parts"))}));
     }
 };
 

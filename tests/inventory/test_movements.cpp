@@ -35,7 +35,10 @@ void AddHistory(const QString& date, const QString& type, double qty, const QStr
 
 class TestMovements : public QObject {
     Q_OBJECT
+    std::unique_ptr<TestData> mData;
 private slots:
+    void init() { mData = std::make_unique<TestData>(); }
+
     // Each kind moves Qty by its signed amount and writes its history row; a quantity of 0 still
     // writes one, and an issue beyond stock goes negative.
     void eachAdjustmentMovesQtyAndWritesHistory() {
@@ -51,7 +54,7 @@ private slots:
                      {AdjustmentKind::Return, "0", "RETURN|0", "10"},
                      {AdjustmentKind::Issue, "14", "ISSUE|-14", "-4"}};
         for (const auto& c : cases) {
-            TestData data;
+            mData = std::make_unique<TestData>();
             ScriptedBoxes boxes;
             AddItem(5, 10);
             AddItem(6, 10);
@@ -72,7 +75,6 @@ private slots:
     }
 
     void adjustmentThatStopsAndCommaLocale() {
-        TestData data;
         ScriptedBoxes boxes;
         AddItem(5, 10);
         boxes.answer(vbOK);
@@ -94,7 +96,6 @@ private slots:
     }
 
     void historyRowsAsShown() {
-        TestData data;
         AddHistory("2026-01-02", "ISSUE", -2, "Ann");
         AddHistory("2026-01-03", "RETURN", 1.5, "Ann");
         AddHistory("2001-01-01", "ADJ(+)", 4, "count");
@@ -117,7 +118,6 @@ private slots:
     }
 
     void onOrderRecount() {
-        TestData data;
         AddItem(5, 0, 7);
         AddItem(6, 0, 9);
         const QString onOrder =
@@ -144,7 +144,6 @@ private slots:
     }
 
     void pendingOrderPanelReadsWithoutChange() {
-        TestData data;
         AddPORow(12, 5, 10, 4);
         AddPORow(3, 5, 5, 0, QStringLiteral("2040-01-01"));
         AddPORow(7, 5, 8, 8);
@@ -169,7 +168,6 @@ private slots:
 
     // Flagging twice adds no second basket row; un-flagging asks first.
     void flaggingForPurchasing() {
-        TestData data;
         ScriptedBoxes boxes;
         const QString basket = QStringLiteral("SELECT StockID, ReqQty, OrderYN FROM tblBaskets");
         QCOMPARE(ApplyPurchasingFlag(5, true), BasketChange::Flagged);
