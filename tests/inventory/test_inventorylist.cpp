@@ -41,15 +41,19 @@ QString cells(const UBItemResult& r, const QString& pno, const QStringList& keys
         out << r.data(UBItemColumn(key), rowOf(r, pno)).toString();
     return out.join(QLatin1Char('|'));
 }
-UBItemResult load(quint8 mode, const UBFilters& f = {}, qint32 supplier = 0,
-                  const QString& name = {}, const QString& category = {}) {
+UBItemRequest request(quint8 mode, const UBFilters& f = {}, qint32 supplier = 0,
+                      const QString& name = {}, const QString& category = {}) {
     UBItemRequest q;
     q.mode = mode;
     q.filters = f;
     q.supplierID = supplier;
     q.supplierName = name;
     q.category = category;
-    return LoadUBItems(q);
+    return q;
+}
+UBItemResult load(quint8 mode, const UBFilters& f = {}, qint32 supplier = 0,
+                  const QString& name = {}, const QString& category = {}) {
+    return LoadUBItems(request(mode, f, supplier, name, category));
 }
 
 // The list as the statement with its ORDER BY walks it: the first row of each part number, as
@@ -66,34 +70,25 @@ QList<QStringList> walkOfStatement(const UBItemRequest& request) {
         const Field f = rs.Fields(QLatin1String(name));
         return f.IsNull() ? QString() : FormatNumber(f.Double(), QLatin1String(mask));
     };
+    const auto text = [&](const char* name) { return rs.Fields(QLatin1String(name)).Text(); };
     QList<QStringList> rows;
     std::optional<QString> last;
     for (; !rs.Eof(); rs.MoveNext()) {
-        const QString pno = rs.Fields(QStringLiteral("MasterPNo")).Text();
+        const QString pno = text("MasterPNo");
         if (last && *last == pno)
             continue;
         last = pno;
         const Field buyNow = rs.Fields(QStringLiteral("BuyNow"));
-        rows << QStringList{
-            rs.Fields(QStringLiteral("ItemID")).Text(),
-            pno,
-            rs.Fields(QStringLiteral("ItemDescription")).Text(),
-            rs.Fields(QStringLiteral("ItemName")).Text(),
-            rs.Fields(QStringLiteral("Category")).Text(),
-            rs.Fields(QStringLiteral("Location")).Text(),
-            masked("Qty", "0.0#"),
-            masked("PriceEach", "0.00###"),
-            masked("SellAt", "0.00###"),
-            QString(),
-            QString(),
-            masked("OnOrderQty", "0.0#"),
-            QString(),
-            rs.Fields(QStringLiteral("ShortNm")).Text(),
-            rs.Fields(QStringLiteral("SupplierPNo")).Text(),
-            buyNow.IsNull() ? QString() : QString::number(qint64(std::floor(buyNow.Double()))),
-            masked("MinOrQty", "0.0#"),
-            UBCommentField(rs.Fields(QStringLiteral("Comment")).Text()),
-        };
+        const QString buy =
+            buyNow.IsNull() ? QString() : QString::number(qint64(std::floor(buyNow.Double())));
+        const QString comment = UBCommentField(text("Comment"));
+        rows << (QStringList() << text("ItemID") << pno << text("ItemDescription")
+                               << text("ItemName") << text("Category") << text("Location")
+                               << masked("Qty", "0.0#") << masked("PriceEach", "0.00###")
+                               << masked("SellAt", "0.00###") << ""
+                               << "" << masked("OnOrderQty", "0.0#") << "" << text("ShortNm")
+                               << text("SupplierPNo") << buy << masked("MinOrQty", "0.0#")
+                               << comment);
     }
     return rows;
 }
@@ -123,10 +118,7 @@ void compareWithStatement(const UBItemRequest& request) {
     const QList<QStringList> expected = walkOfStatement(request);
     const UBItemResult result = LoadUBItems(request);
     QVERIFY(result.loaded);
-    const QList<QStringList> actual = rowsOf(result);
-    QCOMPARE(actual.size(), expected.size());
-    for (int i = 0; i < expected.size(); ++i)
-        QCOMPARE(actual[i], expected[i]);
+    QCOMPARE(rowsOf(result), expected);
 }
 
 // A file of items with every kind of tie: shared part numbers, part numbers that differ only in
@@ -197,12 +189,6 @@ void fillTies(int items, quint32 seed) {
                                   "VALUES (?, ?, ?, ?, ?, ?)"),
                    row);
     db.CommitTrans();
-}
-
-UBItemRequest request(quint8 mode) {
-    UBItemRequest r;
-    r.mode = mode;
-    return r;
 }
 
 } // namespace
@@ -329,22 +315,15 @@ private slots:
             TestData data;
             QVERIFY(data.ok());
             fillTies(400, seed);
-            compareWithStatement(request(UBMode::AllItems));
-            compareWithStatement(request(UBMode::BelowMinimum));
-            UBItemRequest typed = request(UBMode::AllItems);
-            typed.filters.partNo = QStringLiteral("ab");
-            compareWithStatement(typed);
-            UBItemRequest cat = request(UBMode::ByCategory);
-            cat.category = QStringLiteral("CAT1");
-            compareWithStatement(cat);
-            UBItemRequest assy = request(UBMode::Assemblies);
-            assy.category = QStringLiteral("AS");
-            compareWithStatement(assy);
-            for (int sup = 0; sup <= 6; ++sup) {
-                UBItemRequest bySup = request(UBMode::BySupplier);
-                bySup.supplierID = sup;
-                compareWithStatement(bySup);
-            }
+            UBFilters ab;
+            ab.partNo = QStringLiteral("ab");
+            for (const UBItemRequest& r :
+                 {request(UBMode::AllItems), request(UBMode::BelowMinimum),
+                  request(UBMode::AllItems, ab), request(UBMode::ByCategory, {}, 0, {}, "CAT1"),
+                  request(UBMode::Assemblies, {}, 0, {}, "AS")})
+                compareWithStatement(r);
+            for (int sup = 0; sup <= 6; ++sup)
+                compareWithStatement(request(UBMode::BySupplier, {}, sup));
         }
     }
 
