@@ -209,21 +209,21 @@ private slots:
         QCOMPARE(sorted(partNumbers(all)),
                  sorted({"A100", "B200", "C300", "D400", "E500", "F600", "G700", "H800", "H900",
                          "J100", "J200", "J300", "K100", "L100", "X%1", "X_1", "XA1", "XB1"}));
-        QCOMPARE(all.caption, QStringLiteral("View All Stock Items (18 Items)"));
+        QCOMPARE(all.caption, "View All Stock Items (18 Items)");
 
         // A negative quantity with a minimum of 0 is short; a positive one never is.
         const UBItemResult below = load(UBMode::BelowMinimum);
         QCOMPARE(sorted(partNumbers(below)), QStringList({"D400", "F600"}));
-        QCOMPARE(below.caption, QStringLiteral("View All Stock Items / Shortages (2 Items)"));
+        QCOMPARE(below.caption, "View All Stock Items / Shortages (2 Items)");
 
         QCOMPARE(sorted(partNumbers(load(UBMode::AllocDetail))), QStringList({"J100", "J200"}));
         QCOMPARE(partNumbers(load(UBMode::AllocShortages)), QStringList({"J100"}));
 
         const UBItemResult bolt = load(UBMode::BySupplier, {}, 2, QStringLiteral("Bolt Brothers"));
         QCOMPARE(partNumbers(bolt), QStringList({"B200", "K100"}));
-        QCOMPARE(bolt.caption, QStringLiteral("View By Supplier - [Bolt Brothers] (2 Items)"));
-        QCOMPARE(cell(bolt, "B200", "Vendor"), QStringLiteral("BOLT"));
-        QCOMPARE(cell(bolt, "B200", "Buy"), QStringLiteral("1.25"));
+        QCOMPARE(bolt.caption, "View By Supplier - [Bolt Brothers] (2 Items)");
+        QCOMPARE(cell(bolt, "B200", "Vendor"), "BOLT");
+        QCOMPARE(cell(bolt, "B200", "Buy"), "1.25");
 
         // The chosen category replaces whatever the category box held, as a prefix.
         UBFilters typed;
@@ -231,11 +231,11 @@ private slots:
         const UBItemResult jacks = load(UBMode::ByCategory, typed, 0, {}, QStringLiteral("JCK"));
         QCOMPARE(partNumbers(jacks), QStringList({"J100", "J200", "J300"}));
         QVERIFY(jacks.setsCategoryFilter);
-        QCOMPARE(jacks.categoryFilter, QStringLiteral("JCK"));
-        QCOMPARE(jacks.caption, QStringLiteral("View By Category - [JCK] (3 Items)"));
+        QCOMPARE(jacks.categoryFilter, "JCK");
+        QCOMPARE(jacks.caption, "View By Category - [JCK] (3 Items)");
         const UBItemResult assy = load(UBMode::Assemblies, {}, 0, {}, QStringLiteral("AS"));
         QCOMPARE(partNumbers(assy), QStringList({"H800", "H900"}));
-        QCOMPARE(assy.caption, QStringLiteral("View Assemblies by Part Number (2 Items)"));
+        QCOMPARE(assy.caption, "View Assemblies by Part Number (2 Items)");
 
         // A mode without a view changes nothing.
         QVERIFY(!load(1).loaded);
@@ -248,23 +248,21 @@ private slots:
         const QStringList keys = {"ItemID", "Desc",    "Detail", "Cat",     "Loc",
                                   "Qty",    "Buy",     "Sell",   "Vendor",  "VendorPN",
                                   "MOQ",    "OnOrder", "BuyNow", "Comments"};
-        QCOMPARE(cells(all, "A100", keys),
-                 QStringLiteral("1|Resistor|1k|RES|BIN1|10||0.10||||0|0|"));
-        QCOMPARE(cells(all, "K100", keys),
-                 QStringLiteral("14|Knob||KNB|BIN9|7|2.12346|2|BOLT|BB-K1|2.5|0|0|"));
+        QCOMPARE(cells(all, "A100", keys), "1|Resistor|1k|RES|BIN1|10||0.10||||0|0|");
+        QCOMPARE(cells(all, "K100", keys), "14|Knob||KNB|BIN9|7|2.12346|2|BOLT|BB-K1|2.5|0|0|");
         // Three suppliers: one row, showing a non-prime supplier (the lowest flag sorts first).
         QCOMPARE(partNumbers(all).count(QStringLiteral("B200")), 1);
         QVERIFY(cell(all, "B200", "Vendor") != QLatin1String("ACME"));
-        QCOMPARE(cells(all, "B200", {"OnOrder", "BuyNow"}), QStringLiteral("6|1"));
-        QCOMPARE(cell(all, "C300", "Qty"), QStringLiteral("2.5"));
-        QCOMPARE(cell(all, "D400", "Qty"), QStringLiteral("-2"));
+        QCOMPARE(cells(all, "B200", {"OnOrder", "BuyNow"}), "6|1");
+        QCOMPARE(cell(all, "C300", "Qty"), "2.5");
+        QCOMPARE(cell(all, "D400", "Qty"), "-2");
         for (const char* key : {"Alloc", "Avail", "Short"})
             QCOMPARE(cell(all, "J100", key), QString());
         // Comments: 25 characters of the first line; the full text stays in the database.
-        QCOMPARE(cell(all, "C300", "Comments"), QStringLiteral("This first line is defini"));
-        QCOMPARE(cell(all, "E500", "Comments"), QStringLiteral("Short note"));
+        QCOMPARE(cell(all, "C300", "Comments"), "This first line is defini");
+        QCOMPARE(cell(all, "E500", "Comments"), "Short note");
         QVERIFY(ItemCommentText(3).endsWith(QStringLiteral("and a second line follows")));
-        QCOMPARE(ItemCommentText(1), QStringLiteral("\nThis item has no comments"));
+        QCOMPARE(ItemCommentText(1), "\nThis item has no comments");
     }
 
     void filtersArePrefixMatchesTakenLiterally() {
@@ -291,7 +289,7 @@ private slots:
         f.partNo = QStringLiteral("nothing");
         const UBItemResult none = load(UBMode::BelowMinimum, f);
         QCOMPARE(none.rowCount, 0);
-        QCOMPARE(none.caption, QStringLiteral("View All Stock Items / Shortages (0 Items)"));
+        QCOMPARE(none.caption, "View All Stock Items / Shortages (0 Items)");
     }
 
     void firstStagesCountTheirItems() {
@@ -304,8 +302,8 @@ private slots:
                  QStringList({"AS|1", "ASM|1", "CAP|1", "CON|1", "DIO|1", "ENC|1", "FUS|1", "GAS|2",
                               "JCK|3", "KNB|1", "LMP|1", "MSC|4", "RES|1"}));
         // An empty stock table: every supplier at 0, no categories at all.
-        ExecSql(QStringLiteral("DELETE FROM tblStockItems"));
-        ExecSql(QStringLiteral("DELETE FROM tblItemSupplier"));
+        ExecSql("DELETE FROM tblStockItems");
+        ExecSql("DELETE FROM tblItemSupplier");
         QCOMPARE(LoadUBCategories().Rows(), 0);
         QCOMPARE(LoadUBSuppliers()(4, 1).toLongLong(), 0);
     }
@@ -333,12 +331,12 @@ private slots:
         // Item 3 "abc" with a non-prime and a prime supplier, item 5 "ABC" with one non-prime
         // supplier, item 7 "abc" again: the rows interleave by prime mark, and each change of
         // the text keeps a row.
-        ExecSql(QStringLiteral("INSERT INTO tblStockItems (ItemID, MasterPNo, ItemDescription, "
-                               "Category) VALUES (7, 'abc', 'seven', 'C'), (3, 'abc', 'three', "
-                               "'C'), (5, 'ABC', 'five', 'C'), (9, 'abd', 'nine', 'C')"));
-        ExecSql(QStringLiteral("INSERT INTO tblItemSupplier (ItemID, SupplierID, SupplierPNo, "
-                               "PrimeSupplier) VALUES (3, 0, 'p3', 1), (5, 0, 'n5', 0), "
-                               "(3, 0, 'n3', 0), (7, 0, 'p7', 1)"));
+        ExecSql("INSERT INTO tblStockItems (ItemID, MasterPNo, ItemDescription, "
+                "Category) VALUES (7, 'abc', 'seven', 'C'), (3, 'abc', 'three', "
+                "'C'), (5, 'ABC', 'five', 'C'), (9, 'abd', 'nine', 'C')");
+        ExecSql("INSERT INTO tblItemSupplier (ItemID, SupplierID, SupplierPNo, "
+                "PrimeSupplier) VALUES (3, 0, 'p3', 1), (5, 0, 'n5', 0), "
+                "(3, 0, 'n3', 0), (7, 0, 'p7', 1)");
         const UBItemResult r = LoadUBItems(request(UBMode::AllItems));
         QStringList seen;
         for (int row = 1; row <= r.rowCount; ++row)

@@ -101,8 +101,8 @@ private slots:
         boxes.answer(vbOK);
         QCOMPARE(CreateNewItem(f), 0);
         QCOMPARE(boxes.prompts().last(),
-                 QStringLiteral("The new record can not be created unless you enter at least a "
-                                "PartNumber and Description text"));
+                 "The new record can not be created unless you enter at least a "
+                 "PartNumber and Description text");
 
         // Defaults on an empty table: ItemID 1 and the no-supplier row.
         f.pno = QStringLiteral(" W-1 ");
@@ -111,7 +111,7 @@ private slots:
         QCOMPARE(CreateNewItem(f), 1);
         QCOMPARE(gCurrentItemID, 1);
         QCOMPARE(f.category + '|' + f.location + '|' + f.qty + '|' + f.sellPrice,
-                 QStringLiteral("NEW|UNKNOWN|0|2.50"));
+                 "NEW|UNKNOWN|0|2.50");
         QCOMPARE(rows("tblStockItems", "ItemID"),
                  QStringList{"ItemID=1|MasterPNo=W-1|ItemName=Rod`s|ItemDescription=Widget|"
                              "Category=NEW|Assy=0|Location=UNKNOWN|Qty=0|Trigger=0|SellAt=2.5|"
@@ -139,8 +139,7 @@ private slots:
         ItemDetailFields dup = newFields(QStringLiteral("w-2"), QStringLiteral("Again"));
         boxes.answer(vbOK);
         QCOMPARE(CreateNewItem(dup), 0);
-        QCOMPARE(boxes.shown().last().prompt,
-                 QStringLiteral("An item already exists with part number: w-2"));
+        QCOMPARE(boxes.shown().last().prompt, "An item already exists with part number: w-2");
         QCOMPARE(boxes.shown().last().flags, int(vbInformation));
         QCOMPARE(snapshot(), before);
 
@@ -158,12 +157,11 @@ private slots:
         std::optional<ItemDetailData> d = LoadItemDetail(7);
         QVERIFY(d);
         // The assembly box follows the category, not the stored flag.
-        QCOMPARE(shownFields(d->fields),
-                 QStringLiteral("P-7|10k|Resistor pack|RES|-|BIN 4|12.5|3|0.125|"
-                                "discount|old note|0.0425"));
+        QCOMPARE(shownFields(d->fields), "P-7|10k|Resistor pack|RES|-|BIN 4|12.5|3|0.125|"
+                                         "discount|old note|0.0425");
         QCOMPARE(d->suppliers.size(), 2);
-        QCOMPARE(d->suppliers[0].SupName, QStringLiteral("Zeta Parts")); // the prime row last
-        QCOMPARE(d->suppliers[1].Code + '|' + d->suppliers[1].SupOrQty, QStringLiteral("ALP|50"));
+        QCOMPARE(d->suppliers[0].SupName, "Zeta Parts"); // the prime row last
+        QCOMPARE(d->suppliers[1].Code + '|' + d->suppliers[1].SupOrQty, "ALP|50");
         QVERIFY(!LoadItemDetail(99));
 
         ScriptedBoxes boxes;
@@ -184,10 +182,10 @@ private slots:
         const ItemSaveResult r = SaveItemDetail(in);
         QVERIFY(r.saved);
         QCOMPARE(rows("tblStockItems", "ItemID").first(),
-                 QStringLiteral("ItemID=7|MasterPNo=P-7b|ItemName=12k|ItemDescription=Pack o` "
-                                "ten|Category=AS|Assy=-1|Location=Shelf 3 |Qty=20|Trigger=0|"
-                                "SellAt=0.12346|AllowDiscount=0|AllocQty=0|OnOrderQty=2|BuyNow=0|"
-                                "UOM1=<null>|UOM2=<null>|UOM3=<null>"));
+                 "ItemID=7|MasterPNo=P-7b|ItemName=12k|ItemDescription=Pack o` "
+                 "ten|Category=AS|Assy=-1|Location=Shelf 3 |Qty=20|Trigger=0|"
+                 "SellAt=0.12346|AllowDiscount=0|AllocQty=0|OnOrderQty=2|BuyNow=0|"
+                 "UOM1=<null>|UOM2=<null>|UOM3=<null>");
         QCOMPARE(rows("tblItemSupplier", "ItemID, SupplierID"),
                  (QStringList{"ItemID=7|SupplierID=1|SupplierPNo=Z`78|MinOrQty=7.13|"
                               "PriceEach=0.05|PrimeSupplier=0",
@@ -201,9 +199,9 @@ private slots:
         QVERIFY(boxes.shown().isEmpty());
         // What the list row shows now: the prime supplier's values, through the masks.
         QCOMPARE(listRow(r.listRow),
-                 QStringLiteral("Qty=20|Loc=Shelf 3|Desc=Pack o` ten|PNo=P-7b|Detail=12k|Cat=AS|"
-                                "Comments=first line that is rather|Vendor=ALP|VendorPN=A-77|"
-                                "Buy=0.0425|Sell=0.12346|MOQ=50"));
+                 "Qty=20|Loc=Shelf 3|Desc=Pack o` ten|PNo=P-7b|Detail=12k|Cat=AS|"
+                 "Comments=first line that is rather|Vendor=ALP|VendorPN=A-77|"
+                 "Buy=0.0425|Sell=0.12346|MOQ=50");
 
         // Reload and save again: the location keeps exactly one trailing blank, the assembly box
         // follows the category, and an emptied comment removes its row.
@@ -217,12 +215,11 @@ private slots:
         // A comment written to an item without one is inserted.
         in.fields.comments = QStringLiteral("new");
         QVERIFY(SaveItemDetail(in).saved);
-        QCOMPARE(rows("tblItemComments", "StockID").first(),
-                 QStringLiteral("StockID=7|Comment=new"));
+        QCOMPARE(rows("tblItemComments", "StockID").first(), "StockID=7|Comment=new");
         // A negative minimum shows as an empty box.
         ExecSql("UPDATE tblStockItems SET Trigger = -1, Location = NULL WHERE ItemID = 7");
         d = LoadItemDetail(7);
-        QCOMPARE(d->fields.minQty + '|' + d->fields.location, QStringLiteral("|Unknown"));
+        QCOMPARE(d->fields.minQty + '|' + d->fields.location, "|Unknown");
 
         // Delete: every row of the item goes, the neighbour stays.
         ExecSql("INSERT INTO tblUsedIn VALUES (8, 7, 2, 'R1')");
@@ -233,7 +230,7 @@ private slots:
         boxes.answer(vbYes);
         boxes.answer(vbNo); // the parts-list question
         QVERIFY(!DeleteCurrentItem(7));
-        QCOMPARE(boxes.shown().last().title, QStringLiteral("Delete Item"));
+        QCOMPARE(boxes.shown().last().title, "Delete Item");
         QVERIFY(boxes.shown().last().prompt.startsWith("The Item relates to one or more"));
         QCOMPARE(rows("tblUsedIn", "ChildID").size(), 2);
         boxes.answer(vbYes);
@@ -334,7 +331,7 @@ private slots:
         ItemSaveResult r = SaveItemDetail(in);
         QVERIFY(r.saved && r.suppliers[1].SupPrime && !r.suppliers[2].SupPrime);
         QCOMPARE(written(), QStringList({"1|Z1|1|3|0", "2|A1|2|4|1", "9||0|0|0"}));
-        QCOMPARE(r.listRow.Vendor + QLatin1Char('|') + r.listRow.Buy, QStringLiteral("ALP|4"));
+        QCOMPARE(r.listRow.Vendor + QLatin1Char('|') + r.listRow.Buy, "ALP|4");
 
         // No mark: row 1 takes it.
         in.suppliers = {supplierRow(1, "Z1", "1", "3", false, "ZET"),
@@ -343,7 +340,7 @@ private slots:
         QVERIFY(r.suppliers[0].SupPrime);
         QCOMPARE(written(), QStringList({"1|Z1|1|3|1", "2|A1|2|4|0"}));
         QVERIFY(listRow(r.listRow).endsWith("|Vendor=ZET|VendorPN=Z1|Buy=3|Sell=0.125|MOQ=1"));
-        QCOMPARE(LoadItemDetail(7)->fields.buyPrice, QStringLiteral("3"));
+        QCOMPARE(LoadItemDetail(7)->fields.buyPrice, "3");
 
         // No rows at all: the no-supplier row keeps the buy price.
         in.suppliers.clear();
@@ -353,26 +350,24 @@ private slots:
         QVERIFY(listRow(r.listRow).contains("|Vendor=|VendorPN=|Buy=2.75|"));
         const std::optional<ItemDetailData> d = LoadItemDetail(7);
         QCOMPARE(d->suppliers.size(), 1);
-        QCOMPARE(d->suppliers[0].SupName + '|' + d->fields.buyPrice,
-                 QStringLiteral("No Supplier|2.75"));
-        QCOMPARE(SqlFirst("SELECT SupplierPNo FROM tblItemSupplier WHERE ItemID = 8"),
-                 QStringLiteral("Z-88"));
+        QCOMPARE(d->suppliers[0].SupName + '|' + d->fields.buyPrice, "No Supplier|2.75");
+        QCOMPARE(SqlFirst("SELECT SupplierPNo FROM tblItemSupplier WHERE ItemID = 8"), "Z-88");
     }
 
     void commaLocale() {
         LocaleScope de(QLocale(QLocale::German, QLocale::Germany));
         ScriptedBoxes boxes;
         std::optional<ItemDetailData> d = LoadItemDetail(7);
-        QCOMPARE(d->fields.qty, QStringLiteral("12,5"));
-        QCOMPARE(d->fields.sellPrice, QStringLiteral("0,125"));
+        QCOMPARE(d->fields.qty, "12,5");
+        QCOMPARE(d->fields.sellPrice, "0,125");
         ItemSaveInput in = inputFor(7);
         in.fields.qty = QStringLiteral("1.234,5");
         in.fields.sellPrice = QStringLiteral("3,5");
         in.suppliers[1].SupPrice = QStringLiteral("0,75");
         const ItemSaveResult r = SaveItemDetail(in);
         QVERIFY(r.saved);
-        QCOMPARE(r.listRow.Qty, QStringLiteral("1234,5"));
-        QCOMPARE(r.listRow.Buy, QStringLiteral("0,75"));
+        QCOMPARE(r.listRow.Qty, "1234,5");
+        QCOMPARE(r.listRow.Buy, "0,75");
         QVERIFY(
             rows("tblStockItems", "ItemID").first().contains("|Qty=1234.5|Trigger=3|SellAt=3.5|"));
         QVERIFY(rows("tblItemSupplier", "ItemID, SupplierID").at(1).contains("PriceEach=0.75"));
@@ -387,9 +382,9 @@ private slots:
         boxes.answer(vbOK);
         QVERIFY(!DeleteCurrentItem(7));
         QCOMPARE(boxes.shown().last().prompt,
-                 QStringLiteral("The item is in Purchase order or purchasing history so can not be "
-                                "deleted at the moment."));
-        QCOMPARE(boxes.shown().last().title, QStringLiteral("Can't delete"));
+                 "The item is in Purchase order or purchasing history so can not be "
+                 "deleted at the moment.");
+        QCOMPARE(boxes.shown().last().title, "Can't delete");
         QCOMPARE(snapshot(), before);
 
         // A failure among the five deletes undoes the ones before it.
@@ -411,11 +406,10 @@ private slots:
         const qint32 id = CreateNewItem(f);
         QVector<ItemSupplierRow> sup = LoadItemDetail(id)->suppliers;
         QCOMPARE(sup.size(), 1);
-        QCOMPARE(sup[0].SupName, QStringLiteral("No Supplier"));
+        QCOMPARE(sup[0].SupName, "No Supplier");
         QVERIFY(AddSupplierRow(sup, 1));
         QCOMPARE(sup.size(), 1);
-        QCOMPARE(sup[0].SupName + sup[0].Code + QString::number(sup[0].SupID),
-                 QStringLiteral("Zeta PartsZET1"));
+        QCOMPARE(sup[0].SupName + sup[0].Code + QString::number(sup[0].SupID), "Zeta PartsZET1");
         QVERIFY(sup[0].SupPrice.isEmpty() && !sup[0].SupPrime);
         QVERIFY(AddSupplierRow(sup, 2));
         // Nothing of this reached the file; saved without a mark, the first one added is prime.
@@ -428,8 +422,8 @@ private slots:
         QVERIFY(SaveItemDetail(in).saved);
         QCOMPARE(SqlRows(written), QStringList({"1||0|0|1", "2||0|0|0"}));
         QCOMPARE(SupplierAddressText(1),
-                 QStringLiteral("Zeta Parts\n1 High St\nUnit 2\nLeeds\nYorks\nLS1 1AA\nAnn Bell\n"
-                                "Tel: 0113 111\nFax: 0113 222\nann@zeta.test"));
+                 "Zeta Parts\n1 High St\nUnit 2\nLeeds\nYorks\nLS1 1AA\nAnn Bell\n"
+                 "Tel: 0113 111\nFax: 0113 222\nann@zeta.test");
 
         // Categories in use, once each, in order; "AS" always.
         ExecSql("INSERT INTO tblStockItems (ItemID, MasterPNo, Category) VALUES (11, 'a', 'RES'), "

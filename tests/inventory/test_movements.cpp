@@ -11,23 +11,23 @@
 namespace {
 
 void AddItem(qint32 id, double qty, double onOrder = 0) {
-    ExecSql(QStringLiteral("INSERT INTO tblStockItems (ItemID, MasterPNo, Category, Qty, "
-                           "OnOrderQty) VALUES (?, 'P', 'NEW', ?, ?)"),
+    ExecSql("INSERT INTO tblStockItems (ItemID, MasterPNo, Category, Qty, "
+            "OnOrderQty) VALUES (?, 'P', 'NEW', ?, ?)",
             {id, qty, onOrder});
 }
 
 void AddPORow(qint32 poid, qint32 item, double qty, double received,
               const QString& sched = QStringLiteral("2026-12-24")) {
-    ExecSql(QStringLiteral("INSERT INTO tblPODetail (POID, POStockID, POQty, PORecieved, "
-                           "POSchedDate) VALUES (?, ?, ?, ?, ?)"),
+    ExecSql("INSERT INTO tblPODetail (POID, POStockID, POQty, PORecieved, "
+            "POSchedDate) VALUES (?, ?, ?, ?, ?)",
             {poid, item, qty, received, sched});
 }
 
 void AddHistory(const QString& date, const QString& type, double qty, const QString& text,
                 const QVariant& trn = {}) {
-    ExecSql(QStringLiteral("INSERT INTO tblItemHistory (StockID, HistDate, HistType, HistID, "
-                           "HistRef, HistTRN, HistQty, HistText) VALUES (5, ?, ?, 0, 'R1', ?, ?, "
-                           "?)"),
+    ExecSql("INSERT INTO tblItemHistory (StockID, HistDate, HistType, HistID, "
+            "HistRef, HistTRN, HistQty, HistText) VALUES (5, ?, ?, 0, 'R1', ?, ?, "
+            "?)",
             {date, type, trn, qty, text});
 }
 
@@ -63,11 +63,11 @@ private slots:
                                      QStringLiteral("Bob's bench"), 5, QStringLiteral("10")});
             QVERIFY(r.posted);
             QCOMPARE(r.qtyCell, QLatin1String(c.cell));
-            QCOMPARE(SqlRows(QStringLiteral("SELECT ItemID, Qty FROM tblStockItems ORDER BY 1")),
+            QCOMPARE(SqlRows("SELECT ItemID, Qty FROM tblStockItems ORDER BY 1"),
                      QStringList({QStringLiteral("5|") + QLatin1String(c.cell), "6|10"}));
-            QCOMPARE(SqlRows(QStringLiteral("SELECT StockID, HistDate, HistID, HistRef, HistText, "
-                                            "HistTRN IS NULL, HistType, HistQty "
-                                            "FROM tblItemHistory")),
+            QCOMPARE(SqlRows("SELECT StockID, HistDate, HistID, HistRef, HistText, "
+                             "HistTRN IS NULL, HistType, HistQty "
+                             "FROM tblItemHistory"),
                      QStringList(QStringLiteral("5|2026-11-23|0|R-17|Bob`s bench|1|") +
                                  QLatin1String(c.history)));
             QCOMPARE(boxes.processingBars(), 1);
@@ -80,18 +80,18 @@ private slots:
         boxes.answer(vbOK);
         QVERIFY(!PostStockAdjustment({AdjustmentKind::None, "4", "", "", 5, "10"}).posted);
         QCOMPARE(boxes.shown().size(), 1);
-        QCOMPARE(boxes.shown()[0].prompt, QStringLiteral("You need to select an option button"));
-        QCOMPARE(boxes.shown()[0].title, QStringLiteral("No option selected"));
+        QCOMPARE(boxes.shown()[0].prompt, "You need to select an option button");
+        QCOMPARE(boxes.shown()[0].title, "No option selected");
         QCOMPARE(boxes.shown()[0].flags, int(vbInformation));
         // A list row with ItemID 0 stops without a word.
         QVERIFY(!PostStockAdjustment({AdjustmentKind::Return, "4", "", "", 0, "10"}).posted);
         QCOMPARE(boxes.shown().size(), 1);
-        QVERIFY(SqlRows(QStringLiteral("SELECT * FROM tblItemHistory")).isEmpty());
+        QVERIFY(SqlRows("SELECT * FROM tblItemHistory").isEmpty());
 
         LocaleScope de(QLocale(QLocale::German, QLocale::Germany));
         const auto r = PostStockAdjustment({AdjustmentKind::AdjustPlus, "1,5", "", "", 5, "10"});
-        QCOMPARE(r.qtyCell, QStringLiteral("11,5"));
-        QCOMPARE(SqlRows(QStringLiteral("SELECT Qty, HistQty FROM tblStockItems, tblItemHistory")),
+        QCOMPARE(r.qtyCell, "11,5");
+        QCOMPARE(SqlRows("SELECT Qty, HistQty FROM tblStockItems, tblItemHistory"),
                  QStringList({"11.5|1.5"}));
     }
 
@@ -103,8 +103,8 @@ private slots:
         AddHistory("2000-12-31", "RX", 10, "Purchase Order: 0012", "GRN7");
         AddHistory("2040-01-01", "SHIP", -3, "POS");
         AddHistory("2026-05-05", "MOVE", 1, "shelf");
-        ExecSql(QStringLiteral("INSERT INTO tblItemHistory (StockID, HistType) VALUES (6, "
-                               "'ISSUE')"));
+        ExecSql("INSERT INTO tblItemHistory (StockID, HistType) VALUES (6, "
+                "'ISSUE')");
         const QList<QStringList> expected = {
             {"02/01/2026", "ISSUE", "-2", "R1", "", "Ann"},
             {"03/01/2026", "RETURN", "1.5", "R1", "", "Ann"},
@@ -147,14 +147,14 @@ private slots:
         AddPORow(12, 5, 10, 4);
         AddPORow(3, 5, 5, 0, QStringLiteral("2040-01-01"));
         AddPORow(7, 5, 8, 8);
-        ExecSql(QStringLiteral("INSERT INTO tblCusAddresses (AddID, CoName) VALUES (3, 'Bell')"));
-        ExecSql(QStringLiteral("INSERT INTO tblCustOrders (CustBasketID, CustID) VALUES (41, 3), "
-                               "(40, 3)"));
-        ExecSql(QStringLiteral("INSERT INTO tblCustOrderDetail (CustBasketDetailID, StockID, "
-                               "OrderedQty, ShippedQty) VALUES (41, 5, 6, 2), (40, 5, 3, 3), "
-                               "(40, 6, 9, 0)"));
-        ExecSql(QStringLiteral("INSERT INTO tblBaskets (StockID, ReqQty, OrderYN, FromID) VALUES "
-                               "(6, 3, 1, 0)"));
+        ExecSql("INSERT INTO tblCusAddresses (AddID, CoName) VALUES (3, 'Bell')");
+        ExecSql("INSERT INTO tblCustOrders (CustBasketID, CustID) VALUES (41, 3), "
+                "(40, 3)");
+        ExecSql("INSERT INTO tblCustOrderDetail (CustBasketDetailID, StockID, "
+                "OrderedQty, ShippedQty) VALUES (41, 5, 6, 2), (40, 5, 3, 3), "
+                "(40, 6, 9, 0)");
+        ExecSql("INSERT INTO tblBaskets (StockID, ReqQty, OrderYN, FromID) VALUES "
+                "(6, 3, 1, 0)");
         const QString basket = QStringLiteral("SELECT * FROM tblBaskets");
         const QStringList before = SqlRows(basket);
         const StockQtyInfo info = LoadStockQtyInfo(5);
@@ -183,9 +183,8 @@ private slots:
         QVERIFY(SqlRows(basket).isEmpty());
         QCOMPARE(boxes.prompts().size(), 2);
         QCOMPARE(boxes.shown()[1].prompt,
-                 QStringLiteral(
-                     "This item is flagged for purchasing. Do you wish to un-flag this item?"));
-        QCOMPARE(boxes.shown()[1].title, QStringLiteral("Purchasing"));
+                 "This item is flagged for purchasing. Do you wish to un-flag this item?");
+        QCOMPARE(boxes.shown()[1].title, "Purchasing");
         QCOMPARE(boxes.shown()[1].flags & 7, int(vbYesNo));
 
         QCOMPARE(ApplyPurchasingFlag(5, false), BasketChange::None); // nothing to ask
