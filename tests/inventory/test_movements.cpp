@@ -1,7 +1,6 @@
 // Stock adjustments, item history rows, the on-order recount and the purchasing flag.
 #include "foundation/DbEngine.h"
 #include "foundation/Globals.h"
-#include "foundation/Helpers.h"
 #include "inventory/OnOrder.h"
 #include "inventory/StockMovements.h"
 #include "tests/support/TestSupport.h"
