@@ -3,7 +3,6 @@
 #include "contacts/Contacts.h"
 #include "contacts/frmContacts.h"
 #include "contacts/frmEditContact.h"
-#include "foundation/DbEngine.h"
 #include "foundation/Globals.h"
 #include "grids/ColumnState.h"
 #include "grids/GridEX.h"
@@ -11,8 +10,6 @@
 
 #include <QApplication>
 #include <QComboBox>
-#include <QFrame>
-#include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QTableView>
@@ -54,10 +51,10 @@ ContactListData loaded(quint8 kind, const QString& search = {}) {
     return list;
 }
 
-QStringList names(const ContactListData& list) {
+QStringList names(const ContactListData& list, int col = ccCoName) {
     QStringList out;
     for (const ContactRow& r : list.rows)
-        out << r[ccCoName].toString();
+        out << r[col].toString();
     return out;
 }
 
@@ -78,16 +75,19 @@ void setCell(GridEX& grid, int row, const QString& key, const QString& value) {
 
 class TestContacts : public QObject {
     Q_OBJECT
+    std::unique_ptr<TestData> mData;
 private slots:
-    void init() { UseTestLocale(); }
+    void init() {
+        UseTestLocale();
+        mData = std::make_unique<TestData>();
+    }
 
     void newContactTextAndDiscountRules() {
-        TestData data;
         ScriptedBoxes boxes;
         ContactEntry e = newEntry("Customer", "  O'Brien's Ltd ", " OB'1 ");
         e.contact1 = QStringLiteral("Pat O'Neil");
         QVERIFY(SaveContact(e));
-        QCOMPARE(e.coName, QStringLiteral("O`Brien`s Ltd")); // written back to the window
+        QCOMPARE(e.coName, "O`Brien`s Ltd"); // written back to the window
         QCOMPARE(SqlRows("SELECT CoName, ShortNm, Contact1, Add1, Discount FROM tblCusAddresses"),
                  QStringList{"O`Brien`s Ltd|OB`1|Pat O`Neil|1 Mill Lane|5"});
         // A discount that is not a number becomes 0; a decimal one keeps its value, written with
@@ -100,15 +100,14 @@ private slots:
                        ? d.discount + '/' + SqlFirst("SELECT Discount FROM tblCusAddresses")
                        : QString();
         };
-        QCOMPARE(saved(QStringLiteral("abc")), QStringLiteral("0/0"));
-        QCOMPARE(saved(QString()), QStringLiteral("0/0"));
+        QCOMPARE(saved(QStringLiteral("abc")), "0/0");
+        QCOMPARE(saved(QString()), "0/0");
         LocaleScope de(QLocale(QLocale::German, QLocale::Germany));
-        QCOMPARE(saved(QStringLiteral("12,5")), QStringLiteral("12,5/12.5"));
+        QCOMPARE(saved(QStringLiteral("12,5")), "12,5/12.5");
         QVERIFY(boxes.shown().isEmpty());
     }
 
     void duplicateCheckLooksInOneTableForNewContactsOnly() {
-        TestData data;
         ScriptedBoxes boxes;
         const qint32 abc = addContacts("tblCusAddresses", {"Beta Co/BET", "Alpha Co/ABC"});
         // Same code, or same name in any case, same table: refused, nothing written.
@@ -119,11 +118,11 @@ private slots:
         QVERIFY(!SaveContact(dupCode));
         QVERIFY(!SaveContact(dupName));
         QCOMPARE(boxes.prompts(), QStringList(2, kDuplicate));
-        QCOMPARE(count("tblCusAddresses"), QStringLiteral("2"));
+        QCOMPARE(count("tblCusAddresses"), "2");
         // The same code in another table is accepted.
         ContactEntry misc = newEntry("Misc", "Alpha Co", "ABC");
         QVERIFY(SaveContact(misc));
-        QCOMPARE(count("tblMisAddresses"), QStringLiteral("1"));
+        QCOMPARE(count("tblMisAddresses"), "1");
         // Changing an existing contact to a code in use is not refused.
         ContactEntry change = newEntry("Customer", "Alpha Co", "BET");
         change.contactType = ContactType::Customer;
@@ -133,12 +132,10 @@ private slots:
         QCOMPARE(SqlRows("SELECT ShortNm, Discount FROM tblCusAddresses WHERE AddID = " +
                          QString::number(abc)),
                  QStringList{"BET|7"});
-        QCOMPARE(count("tblCusAddresses"), QStringLiteral("2"));
-        QCOMPARE(boxes.shown().size(), 2);
+        QCOMPARE(count("tblCusAddresses"), "2");
     }
 
     void messagesOfTheSave() {
-        TestData data;
         ScriptedBoxes boxes;
         // Name or code missing (blanks count as missing).
         ContactEntry e = newEntry("Vendor", "   ", "V1");
@@ -149,7 +146,7 @@ private slots:
         e = newEntry("Vendor", "V", "V1");
         boxes.answer(vbOK);
         QVERIFY(!SaveContact(e));
-        QCOMPARE(boxes.shown().last().title, QStringLiteral("Access Restricted"));
+        QCOMPARE(boxes.shown().last().title, "Access Restricted");
         gCanContacts = true;
         // An insert that changes no row: the critical message, the window stays.
         ExecSql("CREATE TRIGGER noMis BEFORE INSERT ON tblMisAddresses BEGIN SELECT RAISE(IGNORE); "
@@ -176,32 +173,25 @@ private slots:
         e.contactId = SqlFirst("SELECT AddID FROM tblSupAddresses WHERE ShortNm='PI'").toInt();
         QVERIFY(SaveContact(e));
         QCOMPARE(boxes.shown().size(), 4);
-        QCOMPARE(count("tblSupAddresses"), QStringLiteral("2")); // "No Supplier" and Parts Inc
+        QCOMPARE(count("tblSupAddresses"), "2"); // "No Supplier" and Parts Inc
     }
 
     void listMatchesNamePrefixAndHidesNon() {
-        TestData data;
         addContacts("tblCusAddresses", {"Bravo/BR", "alpha/AL", "Apex/NON", "A%Z/PC", "Axe/non"});
         ExecSql("UPDATE tblCusAddresses SET Discount = CASE ShortNm WHEN 'BR' THEN 2.5 "
                 "WHEN 'AL' THEN 4 ELSE 'x' END");
         ContactListData list = loaded(ContactKind::Customers);
         QCOMPARE(names(list), (QStringList{"A%Z", "alpha", "Axe", "Bravo"}));
-        QStringList discounts;
-        for (const ContactRow& r : list.rows)
-            discounts << r[ccDiscount].toString();
-        QCOMPARE(discounts, QStringList({"0", "4", "0", "2.5"}));
-        QVERIFY(list.rows[1][ccCoID].toLongLong() > 0);
+        QCOMPARE(names(list, ccDiscount), QStringList({"0", "4", "0", "2.5"}));
         QCOMPARE(names(loaded(ContactKind::Customers, "A")), (QStringList{"A%Z", "alpha", "Axe"}));
         QCOMPARE(names(loaded(ContactKind::Customers, "A%")), QStringList{"A%Z"});
-        // Other kinds read their own table and carry no discount; "NON" stays out there too.
-        addContacts("tblSupAddresses", {"Non-stock/NON", "Acme Parts/ACM"});
+        // Other kinds read their own table and carry no discount.
+        addContacts("tblSupAddresses", {"Acme Parts/ACM"});
         list = loaded(ContactKind::Suppliers);
-        QCOMPARE(names(list), (QStringList{"Acme Parts", "No Supplier"}));
         QVERIFY(list.rows[0][ccDiscount].isNull());
     }
 
     void inPlaceEditAndNewRow() {
-        TestData data;
         ScriptedBoxes boxes;
         const qint32 id = addContacts("tblCusAddresses", {"Alpha Co/ABC"});
         ContactListData list = loaded(ContactKind::Customers);
@@ -210,7 +200,6 @@ private slots:
         row[ccTel] = QStringLiteral("0113");
         row[ccDiscount] = QStringLiteral("abc");
         UpdateContactRow(list, 1, row);
-        QCOMPARE(list.rows[0][ccAdd1].toString(), QStringLiteral("2 Park Rd"));
         const QString stored = QStringLiteral("SELECT Add1, Tel1, Discount FROM tblCusAddresses "
                                               "WHERE AddID=") +
                                QString::number(id);
@@ -229,24 +218,17 @@ private slots:
         boxes.answer(vbOK);
         QVERIFY(!AddContactRow(list, noCode));
         QCOMPARE(boxes.shown().last().prompt,
-                 QStringLiteral("The New Address Record must have a Company Name and an "
-                                "abbreviated Company Code"));
-        QCOMPARE(boxes.shown().last().title, QStringLiteral("Invalid Data"));
+                 "The New Address Record must have a Company Name and an abbreviated Company Code");
+        QCOMPARE(boxes.shown().last().title, "Invalid Data");
         QCOMPARE(boxes.shown().last().flags, int(vbOKCancel));
         QCOMPARE(list.mContactCount(), 1);
-        ContactRow dup{};
-        dup[ccCoName] = QStringLiteral("Alpha Co");
-        dup[ccShortNm] = QStringLiteral("ABC");
-        dup[ccAdd1] = QStringLiteral("Depot 4");
-        QVERIFY(AddContactRow(list, dup));
-        QCOMPARE(list.mContactCount(), 2);
-        QCOMPARE(SqlRows("SELECT AddID, Add1 FROM tblCusAddresses ORDER BY AddID").last(),
-                 list.rows[1][ccCoID].toString() + QStringLiteral("|Depot 4"));
+        noCode[ccShortNm] = QStringLiteral("ABC"); // a code in use: no duplicate check here
+        QVERIFY(AddContactRow(list, noCode));
+        QCOMPARE(count("tblCusAddresses WHERE ShortNm = 'ABC'"), "2");
     }
 
     // A supplier that is prime for an item cannot be deleted, and that check comes first.
     void supplierDeleteChecksPrimeBeforeOrders() {
-        TestData data;
         ScriptedBoxes boxes;
         addContacts("tblSupAddresses", {"Both/BO", "Orders/OR", "Second/SE"});
         ExecSql("INSERT INTO tblItemSupplier (ItemID, SupplierID, PrimeSupplier) "
@@ -256,14 +238,14 @@ private slots:
         QCOMPARE(names(list), (QStringList{"Both", "No Supplier", "Orders", "Second"}));
         boxes.answer(vbOK);
         QVERIFY(!ConfirmContactDelete(list, 1));
-        QCOMPARE(boxes.shown().last().title, QStringLiteral("Can't delete record"));
+        QCOMPARE(boxes.shown().last().title, "Can't delete record");
         QCOMPARE(boxes.shown().last().flags, int(vbOKOnly));
         boxes.answer(vbOK);
         QVERIFY(!ConfirmContactDelete(list, 3));
         // Not prime anywhere and no orders: asked, then deleted.
         boxes.answer(vbNo);
         QVERIFY(!ConfirmContactDelete(list, 4));
-        QCOMPARE(boxes.shown().last().title, QStringLiteral("Delete Row"));
+        QCOMPARE(boxes.shown().last().title, "Delete Row");
         QCOMPARE(boxes.shown().last().flags, int(vbYesNo));
         QCOMPARE(boxes.prompts(),
                  QStringList({"The Supplier is PrimeSupplier for one or more stock Items. Can't "
@@ -274,13 +256,12 @@ private slots:
         boxes.answer(vbYes);
         QVERIFY(ConfirmContactDelete(list, 4));
         DeleteContactRow(list, 4);
-        QCOMPARE(count("tblSupAddresses WHERE CoName = 'Second'"), QStringLiteral("0"));
+        QCOMPARE(count("tblSupAddresses WHERE CoName = 'Second'"), "0");
         QCOMPARE(names(list), (QStringList{"Both", "No Supplier", "Orders"}));
     }
 
     // A customer with any order cannot be deleted; a location can, whatever uses it.
     void customerWithAnyOrderIsKeptLocationGoes() {
-        TestData data;
         ScriptedBoxes boxes;
         const qint32 c = addContacts("tblCusAddresses", {"A Shop/AS", "B Shop/BS", "C Shop/CS"});
         addContacts("tblCusAddresses", {"D Shop/DS"});
@@ -295,14 +276,14 @@ private slots:
         QVERIFY(!ConfirmContactDelete(list, 3));
         QCOMPARE(boxes.prompts(),
                  QStringList{"The Customer is linked to Order History so can not be deleted"});
-        QCOMPARE(count("tblCusAddresses"), QStringLiteral("4"));
+        QCOMPARE(count("tblCusAddresses"), "4");
         // Deleting the second row: the first stays, the others move up with all their columns.
         const ContactRow third = list.rows[2];
         const ContactRow fourth = list.rows[3];
         DeleteContactRow(list, 2);
         QCOMPARE(names(list), (QStringList{"A Shop", "C Shop", "D Shop"}));
         QVERIFY(list.rows[1] == third && list.rows[2] == fourth);
-        QCOMPARE(count("tblCusAddresses WHERE CoName = 'B Shop'"), QStringLiteral("0"));
+        QCOMPARE(count("tblCusAddresses WHERE CoName = 'B Shop'"), "0");
 
         const qint32 loc = addContacts("tblLocAddresses", {"Main Store/MS"});
         ExecSql("INSERT INTO tblStockItems (ItemID, MasterPNo, Location) VALUES (1, 'P1', 'Main "
@@ -316,23 +297,21 @@ private slots:
         boxes.answer(vbYes);
         QVERIFY(ConfirmContactDelete(list, 1));
         DeleteContactRow(list, 1);
-        QCOMPARE(boxes.prompts().last(),
-                 QStringLiteral("Are you sure you want to delete the Highlighted record?"));
-        QCOMPARE(count("tblLocAddresses"), QStringLiteral("0"));
+        QCOMPARE(boxes.prompts().last(), "Are you sure you want to delete the Highlighted record?");
+        QCOMPARE(count("tblLocAddresses"), "0");
     }
 
     // ---------------------------------------------------------------- the windows
 
     void entryCoveredUntilATypeIsChosen() {
-        TestData data;
         gContactType = 0;
         gContactID = 55; // ignored when the user chooses the type
         {
             frmEditContact w;
             w.show();
-            QCOMPARE(w.windowTitle(), QStringLiteral("New Contact"));
+            QCOMPARE(w.windowTitle(), "New Contact");
             QCOMPARE(w.Combo1->count(), 4);
-            QCOMPARE(w.Combo1->currentText(), QStringLiteral("Select"));
+            QCOMPARE(w.Combo1->currentText(), "Select");
             QCOMPARE(gContactID, 0);
             // The panel lies over the fields, so they cannot be reached.
             QVERIFY(w.Frame2->isVisible());
@@ -340,25 +319,11 @@ private slots:
             w.Combo1->setCurrentIndex(1); // Customer
             QVERIFY(!w.Frame2->isVisible());
             QVERIFY(w.txtDiscount->isVisible() && w.hlpDiscount->isVisible());
-            w.Combo1->setCurrentIndex(2); // Vendor
-            QVERIFY(!w.txtDiscount->isVisible() && !w.hlpDiscount->isVisible());
         }
         QCOMPARE(gContactType, 0);
-
-        // One type given: no choice, and the boxes' key rules.
-        gContactType = 1;
-        frmEditContact w;
-        w.show();
-        QCOMPARE(w.Combo1->count(), 1);
-        QVERIFY(!w.Frame2->isVisible());
-        QTest::keyClicks(w.txtDiscount, QStringLiteral("1a.5-"));
-        QCOMPARE(w.txtDiscount->text(), QStringLiteral("15"));
-        QTest::keyClicks(w.txtCoName, QStringLiteral("Bob's"));
-        QCOMPARE(w.txtCoName->text(), QStringLiteral("Bob`s"));
     }
 
     void entrySavesAndClosesOrStaysOpen() {
-        TestData data;
         ExecSql(
             "INSERT INTO tblCusAddresses (CoName, ShortNm, Discount) VALUES ('Alpha', 'ALP', 4)");
         // An existing customer: loaded, changed, saved, the window closes.
@@ -367,88 +332,66 @@ private slots:
         {
             frmEditContact w;
             w.show();
-            QCOMPARE(w.windowTitle(), QStringLiteral("View or Edit"));
-            QCOMPARE(w.txtCoName->text() + '/' + w.txtDiscount->text(), QStringLiteral("Alpha/4"));
+            QCOMPARE(w.txtCoName->text() + '/' + w.txtDiscount->text(), "Alpha/4");
             w.txtAdd1->setText(QStringLiteral("Dock's End"));
             w.txtDiscount->setText(QStringLiteral("6"));
             QTest::mouseClick(w.Command1, Qt::LeftButton);
             QVERIFY(!w.isVisible());
-            QCOMPARE(w.result(), int(QDialog::Accepted));
         }
         QCOMPARE(SqlRows("SELECT Add1, Discount FROM tblCusAddresses"),
                  QStringList{"Dock`s End|6"});
-        // A refused new customer: the message, the window and its text stay.
+        // A new one of the type given: no choice; the boxes' key rules, typed where the keyboard
+        // is; refused (a code in use), the message, the window and its trimmed text stay.
         ScriptedBoxes boxes;
-        gContactType = 1;
+        gContactType = 1; // the window put it back to 0 on closing
         gContactID = 0;
         frmEditContact w;
         w.show();
-        w.txtCoName->setText(QStringLiteral("  Other "));
+        QCOMPARE(w.Combo1->count(), 1);
+        QVERIFY(!w.Frame2->isVisible());
+        QVERIFY(QTest::qWaitForWindowActive(&w));
+        w.txtDiscount->setFocus();
+        QTest::keyClicks(QApplication::focusWidget(), QStringLiteral("1a.5-"));
+        QCOMPARE(w.txtDiscount->text(), "15");
+        w.txtCoName->setFocus();
+        QTest::keyClicks(QApplication::focusWidget(), QStringLiteral("Bob's "));
+        QCOMPARE(w.txtCoName->text(), "Bob`s ");
         w.txtShortNm->setText(QStringLiteral("alp"));
         boxes.answer(vbOK);
         QTest::mouseClick(w.Command1, Qt::LeftButton);
         QVERIFY(w.isVisible());
-        QCOMPARE(boxes.prompts().size(), 1);
-        QCOMPARE(w.txtCoName->text(), QStringLiteral("Other"));
+        QCOMPARE(boxes.prompts(), QStringList{kDuplicate});
+        QCOMPARE(w.txtCoName->text(), "Bob`s");
     }
 
-    void listShowsKindSearchDiscountAndCards() {
-        TestData data;
+    void listShowsEditsAddsAndDeletesInPlace() {
+        ScriptedBoxes boxes;
         ExecSql("INSERT INTO tblCusAddresses (CoName, ShortNm, Discount) VALUES "
                 "('Bravo', 'BR', 2.5), ('Alpha', 'AL', 10), ('Hidden', 'NON', 0)");
-        ExecSql("INSERT INTO tblMisAddresses (CoName, ShortNm) VALUES ('Courier', 'CR')");
+        ExecSql("INSERT INTO tblSupAddresses (CoName, ShortNm, Add1) VALUES "
+                "('Acme', 'AC', 'Here'), ('Bolt', 'BO', ''), ('Cog', 'CG', '')");
         SaveColumnState(QStringLiteral("gdxContact1"), QStringLiteral("CoName"), 3300);
         frmContacts panel;
         panel.resize(900, 400);
         panel.AddressKey(QStringLiteral("Customers"));
-        QVERIFY(panel.isVisible() && panel.txtAddSearch->isVisible());
         GridEX& g = *panel.gdxContact1;
         QCOMPARE(g.Columns()("CoName").Width(), 3300); // the stored width, after the rebuild
-        QCOMPARE(column(g, "CoName"), (QStringList{"Alpha", "Bravo"}));
         QCOMPARE(column(g, "Discount"), (QStringList{"10", "2.5"}));
         QTest::keyClicks(panel.txtAddSearch, QStringLiteral("b"));
         QCOMPARE(column(g, "CoName"), QStringList{"Bravo"});
         panel.txtAddSearch->clear();
-        panel.AddressKey(QStringLiteral("Misc"));
-        QCOMPARE(column(g, "CoName"), QStringList{"Courier"});
-        QVERIFY(!g.Columns()("Discount").Visible());
         // Card view and back; a load in card view stays in cards.
         panel.Command3->click();
         QCOMPARE(g.View(), GridView::Card);
-        QCOMPARE(panel.Command3->text(), QStringLiteral("ListView"));
+        QCOMPARE(panel.Command3->text(), "ListView");
         QVERIFY(!panel.txtAddSearch->isVisible());
-        panel.LoadContactList();
+        panel.AddressKey(QStringLiteral("Suppliers"));
         QCOMPARE(g.View(), GridView::Card);
         panel.Command3->click();
         QCOMPARE(g.View(), GridView::Table);
-        QCOMPARE(panel.Command3->text(), QStringLiteral("CardView"));
-        // The New key opens the entry window for any type; other keys are not the panel's.
-        gContactID = 9;
-        bool seen = false;
-        QTimer::singleShot(0, [&] {
-            auto* w = qobject_cast<frmEditContact*>(QApplication::activeModalWidget());
-            QVERIFY(w);
-            seen = true;
-            QCOMPARE(w->Combo1->currentText(), QStringLiteral("Select"));
-            w->reject();
-        });
-        QVERIFY(panel.AddressKey(QStringLiteral("New")));
-        QVERIFY(seen);
-        QCOMPARE(gContactID, 0);
-        QVERIFY(!panel.AddressKey(QStringLiteral("REP1")));
-    }
-
-    void listEditsAddsAndDeletesInPlace() {
-        TestData data;
-        ScriptedBoxes boxes;
-        ExecSql("INSERT INTO tblSupAddresses (CoName, ShortNm, Add1) VALUES "
-                "('Acme', 'AC', 'Here'), ('Bolt', 'BO', ''), ('Cog', 'CG', '')");
-        ExecSql("INSERT INTO tblItemSupplier (ItemID, SupplierID, PrimeSupplier) VALUES (1, 2, 1)");
-        frmContacts panel;
-        panel.resize(900, 400);
-        panel.AddressKey(QStringLiteral("Suppliers"));
-        GridEX& g = *panel.gdxContact1;
         QCOMPARE(column(g, "CoName"), (QStringList{"Acme", "Bolt", "Cog", "No Supplier"}));
+        QVERIFY(!g.Columns()("Discount").Visible());
+
         // In-place edit: written on Update with the blank after address 1; a typed "'" turned.
         setCell(g, 1, "Add1", "There");
         QTableView* table = g.TableView();
@@ -463,20 +406,27 @@ private slots:
         setCell(g, newRow, "CoName", "Drill");
         setCell(g, newRow, "shortnm", "DR");
         QVERIFY(g.Update());
-        QCOMPARE(g.ItemCount(), 5);
         QCOMPARE(panel.List().rows[4][ccCoID].toString(),
                  SqlFirst("SELECT AddID FROM tblSupAddresses WHERE CoName='Drill'"));
-        // Delete: the prime supplier is kept; Cog goes after Yes.
-        g.SetRow(2);
-        boxes.answer(vbOK);
-        QVERIFY(!g.Delete());
+        // Delete: Cog goes after Yes.
         g.SetRow(3);
         boxes.answer(vbYes);
         QVERIFY(g.Delete());
         QCOMPARE(column(g, "CoName"), (QStringList{"Acme", "Bolt", "No Supplier", "Drill"}));
-        QCOMPARE(SqlFirst("SELECT COUNT(*) FROM tblSupAddresses WHERE CoName='Cog'"),
-                 QStringLiteral("0"));
-        QVERIFY(boxes.allAnswersUsed());
+        QCOMPARE(count("tblSupAddresses WHERE CoName='Cog'"), "0");
+
+        // The New key opens the entry window for any type; other keys are not the panel's.
+        gContactID = 9;
+        QString seen;
+        QTimer::singleShot(0, [&] {
+            auto* w = qobject_cast<frmEditContact*>(QApplication::activeModalWidget());
+            seen = w ? w->Combo1->currentText() : "none";
+            if (w)
+                w->reject();
+        });
+        QVERIFY(panel.AddressKey(QStringLiteral("New")));
+        QCOMPARE(seen + QString::number(gContactID), "Select0");
+        QVERIFY(!panel.AddressKey(QStringLiteral("REP1")));
     }
 };
 

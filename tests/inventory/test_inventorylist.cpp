@@ -5,7 +5,6 @@
 #include "foundation/Globals.h"
 #include "foundation/Helpers.h"
 #include "inventory/InventoryList.h"
-#include "inventory/PartNumberOrder.h"
 #include "tests/inventory/InventoryFixture.h"
 #include "tests/support/TestSupport.h"
 
@@ -42,15 +41,19 @@ QString cells(const UBItemResult& r, const QString& pno, const QStringList& keys
         out << r.data(UBItemColumn(key), rowOf(r, pno)).toString();
     return out.join(QLatin1Char('|'));
 }
-UBItemResult load(quint8 mode, const UBFilters& f = {}, qint32 supplier = 0,
-                  const QString& name = {}, const QString& category = {}) {
+UBItemRequest request(quint8 mode, const UBFilters& f = {}, qint32 supplier = 0,
+                      const QString& name = {}, const QString& category = {}) {
     UBItemRequest q;
     q.mode = mode;
     q.filters = f;
     q.supplierID = supplier;
     q.supplierName = name;
     q.category = category;
-    return LoadUBItems(q);
+    return q;
+}
+UBItemResult load(quint8 mode, const UBFilters& f = {}, qint32 supplier = 0,
+                  const QString& name = {}, const QString& category = {}) {
+    return LoadUBItems(request(mode, f, supplier, name, category));
 }
 
 // The list as the statement with its ORDER BY walks it: the first row of each part number, as
@@ -67,57 +70,55 @@ QList<QStringList> walkOfStatement(const UBItemRequest& request) {
         const Field f = rs.Fields(QLatin1String(name));
         return f.IsNull() ? QString() : FormatNumber(f.Double(), QLatin1String(mask));
     };
+    const auto text = [&](const char* name) { return rs.Fields(QLatin1String(name)).Text(); };
     QList<QStringList> rows;
     std::optional<QString> last;
     for (; !rs.Eof(); rs.MoveNext()) {
-        const QString pno = rs.Fields(QStringLiteral("MasterPNo")).Text();
+        const QString pno = text("MasterPNo");
         if (last && *last == pno)
             continue;
         last = pno;
         const Field buyNow = rs.Fields(QStringLiteral("BuyNow"));
-        rows << QStringList{
-            rs.Fields(QStringLiteral("ItemID")).Text(),
-            pno,
-            rs.Fields(QStringLiteral("ItemDescription")).Text(),
-            rs.Fields(QStringLiteral("ItemName")).Text(),
-            rs.Fields(QStringLiteral("Category")).Text(),
-            rs.Fields(QStringLiteral("Location")).Text(),
-            masked("Qty", "0.0#"),
-            masked("PriceEach", "0.00###"),
-            masked("SellAt", "0.00###"),
-            QString(),
-            QString(),
-            masked("OnOrderQty", "0.0#"),
-            QString(),
-            rs.Fields(QStringLiteral("ShortNm")).Text(),
-            rs.Fields(QStringLiteral("SupplierPNo")).Text(),
-            buyNow.IsNull() ? QString() : QString::number(qint64(std::floor(buyNow.Double()))),
-            masked("MinOrQty", "0.0#"),
-            UBCommentField(rs.Fields(QStringLiteral("Comment")).Text()),
-        };
+        const QString buy =
+            buyNow.IsNull() ? QString() : QString::number(qint64(std::floor(buyNow.Double())));
+        const QString comment = UBCommentField(text("Comment"));
+        rows << (QStringList() << text("ItemID") << pno << text("ItemDescription")
+                               << text("ItemName") << text("Category") << text("Location")
+                               << masked("Qty", "0.0#") << masked("PriceEach", "0.00###")
+                               << masked("SellAt", "0.00###") << ""
+                               << "" << masked("OnOrderQty", "0.0#") << "" << text("ShortNm")
+                               << text("SupplierPNo") << buy << masked("MinOrQty", "0.0#")
+                               << comment);
     }
     return rows;
 }
 
-QList<QStringList> rowsOf(const UBItemResult& r) {
+// The first `count` rows of an array (all when -1), cell by cell.
+QList<QStringList> rowsOf(const UBArray& a, int count = -1) {
     QList<QStringList> rows;
-    for (int row = 1; row <= r.rowCount; ++row) {
+    for (int row = 1; row <= (count < 0 ? a.Rows() : count); ++row) {
         QStringList cells;
-        for (int c = 1; c <= r.data.Columns(); ++c)
-            cells << r.data(c, row).toString();
+        for (int c = 1; c <= a.Columns(); ++c)
+            cells << a(c, row).toString();
         rows << cells;
     }
     return rows;
+}
+QList<QStringList> rowsOf(const UBItemResult& r) {
+    return rowsOf(r.data, r.rowCount);
+}
+QStringList joined(const QList<QStringList>& rows) {
+    QStringList out;
+    for (const QStringList& r : rows)
+        out << r.join(QLatin1Char('|'));
+    return out;
 }
 
 void compareWithStatement(const UBItemRequest& request) {
     const QList<QStringList> expected = walkOfStatement(request);
     const UBItemResult result = LoadUBItems(request);
     QVERIFY(result.loaded);
-    const QList<QStringList> actual = rowsOf(result);
-    QCOMPARE(actual.size(), expected.size());
-    for (int i = 0; i < expected.size(); ++i)
-        QCOMPARE(actual[i], expected[i]);
+    QCOMPARE(rowsOf(result), expected);
 }
 
 // A file of items with every kind of tie: shared part numbers, part numbers that differ only in
@@ -183,17 +184,10 @@ void fillTies(int items, quint32 seed) {
     for (int i = supplierRows.size() - 1; i > 0; --i)
         supplierRows.swapItemsAt(i, int(rng.bounded(i + 1)));
     for (const QVariantList& row : supplierRows)
-        db.Execute(QStringLiteral("INSERT INTO tblItemSupplier (ItemID, SupplierID, "
-                                  "SupplierPNo, MinOrQty, PriceEach, PrimeSupplier) "
-                                  "VALUES (?, ?, ?, ?, ?, ?)"),
+        db.Execute(QStringLiteral("INSERT INTO tblItemSupplier (ItemID, SupplierID, SupplierPNo, "
+                                  "MinOrQty, PriceEach, PrimeSupplier) VALUES (?, ?, ?, ?, ?, ?)"),
                    row);
     db.CommitTrans();
-}
-
-UBItemRequest request(quint8 mode) {
-    UBItemRequest r;
-    r.mode = mode;
-    return r;
 }
 
 } // namespace
@@ -214,24 +208,21 @@ private slots:
         QCOMPARE(sorted(partNumbers(all)),
                  sorted({"A100", "B200", "C300", "D400", "E500", "F600", "G700", "H800", "H900",
                          "J100", "J200", "J300", "K100", "L100", "X%1", "X_1", "XA1", "XB1"}));
-        QCOMPARE(all.caption, QStringLiteral("View All Stock Items (18 Items)"));
-        QCOMPARE(all.data.Rows(), 18);
-        QCOMPARE(all.data.Columns(), 18);
-        QCOMPARE(partNumbers(all).first(), QStringLiteral("A100"));
+        QCOMPARE(all.caption, "View All Stock Items (18 Items)");
 
         // A negative quantity with a minimum of 0 is short; a positive one never is.
         const UBItemResult below = load(UBMode::BelowMinimum);
         QCOMPARE(sorted(partNumbers(below)), QStringList({"D400", "F600"}));
-        QCOMPARE(below.caption, QStringLiteral("View All Stock Items / Shortages (2 Items)"));
+        QCOMPARE(below.caption, "View All Stock Items / Shortages (2 Items)");
 
         QCOMPARE(sorted(partNumbers(load(UBMode::AllocDetail))), QStringList({"J100", "J200"}));
         QCOMPARE(partNumbers(load(UBMode::AllocShortages)), QStringList({"J100"}));
 
         const UBItemResult bolt = load(UBMode::BySupplier, {}, 2, QStringLiteral("Bolt Brothers"));
         QCOMPARE(partNumbers(bolt), QStringList({"B200", "K100"}));
-        QCOMPARE(bolt.caption, QStringLiteral("View By Supplier - [Bolt Brothers] (2 Items)"));
-        QCOMPARE(cell(bolt, "B200", "Vendor"), QStringLiteral("BOLT"));
-        QCOMPARE(cell(bolt, "B200", "Buy"), QStringLiteral("1.25"));
+        QCOMPARE(bolt.caption, "View By Supplier - [Bolt Brothers] (2 Items)");
+        QCOMPARE(cell(bolt, "B200", "Vendor"), "BOLT");
+        QCOMPARE(cell(bolt, "B200", "Buy"), "1.25");
 
         // The chosen category replaces whatever the category box held, as a prefix.
         UBFilters typed;
@@ -239,11 +230,11 @@ private slots:
         const UBItemResult jacks = load(UBMode::ByCategory, typed, 0, {}, QStringLiteral("JCK"));
         QCOMPARE(partNumbers(jacks), QStringList({"J100", "J200", "J300"}));
         QVERIFY(jacks.setsCategoryFilter);
-        QCOMPARE(jacks.categoryFilter, QStringLiteral("JCK"));
-        QCOMPARE(jacks.caption, QStringLiteral("View By Category - [JCK] (3 Items)"));
+        QCOMPARE(jacks.categoryFilter, "JCK");
+        QCOMPARE(jacks.caption, "View By Category - [JCK] (3 Items)");
         const UBItemResult assy = load(UBMode::Assemblies, {}, 0, {}, QStringLiteral("AS"));
         QCOMPARE(partNumbers(assy), QStringList({"H800", "H900"}));
-        QCOMPARE(assy.caption, QStringLiteral("View Assemblies by Part Number (2 Items)"));
+        QCOMPARE(assy.caption, "View Assemblies by Part Number (2 Items)");
 
         // A mode without a view changes nothing.
         QVERIFY(!load(1).loaded);
@@ -256,27 +247,21 @@ private slots:
         const QStringList keys = {"ItemID", "Desc",    "Detail", "Cat",     "Loc",
                                   "Qty",    "Buy",     "Sell",   "Vendor",  "VendorPN",
                                   "MOQ",    "OnOrder", "BuyNow", "Comments"};
-        QCOMPARE(cells(all, "A100", keys),
-                 QStringLiteral("1|Resistor|1k|RES|BIN1|10||0.10||||0|0|"));
-        QCOMPARE(cells(all, "K100", keys),
-                 QStringLiteral("14|Knob||KNB|BIN9|7|2.12346|2|BOLT|BB-K1|2.5|0|0|"));
+        QCOMPARE(cells(all, "A100", keys), "1|Resistor|1k|RES|BIN1|10||0.10||||0|0|");
+        QCOMPARE(cells(all, "K100", keys), "14|Knob||KNB|BIN9|7|2.12346|2|BOLT|BB-K1|2.5|0|0|");
         // Three suppliers: one row, showing a non-prime supplier (the lowest flag sorts first).
         QCOMPARE(partNumbers(all).count(QStringLiteral("B200")), 1);
-        QVERIFY(cell(all, "B200", "Vendor") == QLatin1String("BOLT") ||
-                cell(all, "B200", "Vendor") == QLatin1String("ZED"));
-        QCOMPARE(cells(all, "B200", {"OnOrder", "BuyNow"}), QStringLiteral("6|1"));
-        QCOMPARE(cell(all, "C300", "Qty"), QStringLiteral("2.5"));
-        QCOMPARE(cell(all, "D400", "Qty"), QStringLiteral("-2"));
+        QVERIFY(cell(all, "B200", "Vendor") != QLatin1String("ACME"));
+        QCOMPARE(cells(all, "B200", {"OnOrder", "BuyNow"}), "6|1");
+        QCOMPARE(cell(all, "C300", "Qty"), "2.5");
+        QCOMPARE(cell(all, "D400", "Qty"), "-2");
         for (const char* key : {"Alloc", "Avail", "Short"})
             QCOMPARE(cell(all, "J100", key), QString());
         // Comments: 25 characters of the first line; the full text stays in the database.
-        QCOMPARE(cell(all, "C300", "Comments"), QStringLiteral("This first line is defini"));
-        QCOMPARE(cell(all, "E500", "Comments"), QStringLiteral("Short note"));
+        QCOMPARE(cell(all, "C300", "Comments"), "This first line is defini");
+        QCOMPARE(cell(all, "E500", "Comments"), "Short note");
         QVERIFY(ItemCommentText(3).endsWith(QStringLiteral("and a second line follows")));
-        QCOMPARE(ItemCommentText(1), QStringLiteral("\nThis item has no comments"));
-        // Two items with one part number: the first row wins.
-        const QString g = cell(all, "G700", "Detail");
-        QVERIFY(g == QLatin1String("first") || g == QLatin1String("second"));
+        QCOMPARE(ItemCommentText(1), "\nThis item has no comments");
     }
 
     void filtersArePrefixMatchesTakenLiterally() {
@@ -292,7 +277,6 @@ private slots:
         QCOMPARE(pnos(QStringLiteral("x")), sorted({"X%1", "X_1", "XA1", "XB1"}));
         QCOMPARE(pnos(QStringLiteral("1")), QStringList()); // prefix, not contains
         QCOMPARE(pnos({}, QStringLiteral("100%")), QStringList({"XB1"}));
-        QCOMPARE(pnos({}, QStringLiteral("Gas")), QStringList({"G700"}));
         QCOMPARE(pnos({}, {}, QStringLiteral("J")), QStringList({"J100", "J200", "J300"}));
         QCOMPARE(pnos(QStringLiteral("J2"), {}, QStringLiteral("JCK")), QStringList({"J200"}));
         QCOMPARE(pnos(QStringLiteral("O'Neil")), QStringList());
@@ -303,62 +287,23 @@ private slots:
         f.partNo = QStringLiteral("nothing");
         const UBItemResult none = load(UBMode::BelowMinimum, f);
         QCOMPARE(none.rowCount, 0);
-        QCOMPARE(none.caption, QStringLiteral("View All Stock Items / Shortages (0 Items)"));
+        QCOMPARE(none.caption, "View All Stock Items / Shortages (0 Items)");
     }
 
     void firstStagesCountTheirItems() {
-        const auto rows = [](const UBArray& a) {
-            QStringList out;
-            for (int r = 1; r <= a.Rows(); ++r) {
-                QStringList cells;
-                for (int c = 1; c <= a.Columns(); ++c)
-                    cells << a(c, r).toString();
-                out << cells.join(QLatin1Char('|'));
-            }
-            return out;
-        };
         // 19 items less the five supplier links, whichever supplier they are on.
         QCOMPARE(
-            rows(LoadUBSuppliers()),
+            joined(rowsOf(LoadUBSuppliers())),
             QStringList({"0|No Supplier|NONE|14", "1|Acme Components|ACME|1",
                          "2|Bolt Brothers|BOLT|2", "0|No Supplier||1", "3|Zed Supplies|ZED|1"}));
-        QCOMPARE(rows(LoadUBCategories()),
+        QCOMPARE(joined(rowsOf(LoadUBCategories())),
                  QStringList({"AS|1", "ASM|1", "CAP|1", "CON|1", "DIO|1", "ENC|1", "FUS|1", "GAS|2",
                               "JCK|3", "KNB|1", "LMP|1", "MSC|4", "RES|1"}));
         // An empty stock table: every supplier at 0, no categories at all.
-        ExecSql(QStringLiteral("DELETE FROM tblStockItems"));
-        ExecSql(QStringLiteral("DELETE FROM tblItemSupplier"));
+        ExecSql("DELETE FROM tblStockItems");
+        ExecSql("DELETE FROM tblItemSupplier");
         QCOMPARE(LoadUBCategories().Rows(), 0);
         QCOMPARE(LoadUBSuppliers()(4, 1).toLongLong(), 0);
-    }
-
-    void editsOfALoadedListAreChecked() {
-        TestData data;
-        QVERIFY(data.ok());
-        fillTies(60, 7);
-        const QList<QStringList> expected = walkOfStatement(request(UBMode::AllItems));
-        UBItemResult r = LoadUBItems(request(UBMode::AllItems));
-        QVERIFY(r.rowCount > 3);
-        QVector<QVariant> values;
-        for (int c = 1; c <= r.data.Columns(); ++c)
-            values << std::as_const(r.data)(c, 2);
-        values[UBItemColumn(QStringLiteral("Qty")) - 1] = QStringLiteral("12.5");
-        values[UBItemColumn(QStringLiteral("Desc")) - 1] = QStringLiteral("changed");
-        QVERIFY(UBCopyRowBack(r.data, 2, values));
-        QList<QStringList> rows = rowsOf(r);
-        QCOMPARE(rows[1].mid(1, 6), QStringList({expected[1][1], "changed", expected[1][3],
-                                                 expected[1][4], expected[1][5], "12.5"}));
-        // A refused edit copies nothing; the other rows never changed.
-        values[UBItemColumn(QStringLiteral("Sell")) - 1] = QStringLiteral("$4.00");
-        values[UBItemColumn(QStringLiteral("Qty")) - 1] = QStringLiteral("1");
-        QVERIFY(!UBCopyRowBack(r.data, 2, values));
-        QCOMPARE(rowsOf(r), rows);
-        QVERIFY(UBEditFailureText().startsWith(
-            QStringLiteral("The Database could not be updated. Maybe the data was invalid\n")));
-        rows.removeAt(1);
-        QList<QStringList> others = expected;
-        others.removeAt(1);
-        QCOMPARE(rows, others);
     }
 
     void listMatchesTheOrderedStatementOnTies() {
@@ -366,22 +311,15 @@ private slots:
             TestData data;
             QVERIFY(data.ok());
             fillTies(400, seed);
-            compareWithStatement(request(UBMode::AllItems));
-            compareWithStatement(request(UBMode::BelowMinimum));
-            UBItemRequest typed = request(UBMode::AllItems);
-            typed.filters.partNo = QStringLiteral("ab");
-            compareWithStatement(typed);
-            UBItemRequest cat = request(UBMode::ByCategory);
-            cat.category = QStringLiteral("CAT1");
-            compareWithStatement(cat);
-            UBItemRequest assy = request(UBMode::Assemblies);
-            assy.category = QStringLiteral("AS");
-            compareWithStatement(assy);
-            for (int sup = 0; sup <= 6; ++sup) {
-                UBItemRequest bySup = request(UBMode::BySupplier);
-                bySup.supplierID = sup;
-                compareWithStatement(bySup);
-            }
+            UBFilters ab;
+            ab.partNo = QStringLiteral("ab");
+            for (const UBItemRequest& r :
+                 {request(UBMode::AllItems), request(UBMode::BelowMinimum),
+                  request(UBMode::AllItems, ab), request(UBMode::ByCategory, {}, 0, {}, "CAT1"),
+                  request(UBMode::Assemblies, {}, 0, {}, "AS")})
+                compareWithStatement(r);
+            for (int sup = 0; sup <= 6; ++sup)
+                compareWithStatement(request(UBMode::BySupplier, {}, sup));
         }
     }
 
@@ -391,28 +329,17 @@ private slots:
         // Item 3 "abc" with a non-prime and a prime supplier, item 5 "ABC" with one non-prime
         // supplier, item 7 "abc" again: the rows interleave by prime mark, and each change of
         // the text keeps a row.
-        ExecSql(QStringLiteral("INSERT INTO tblStockItems (ItemID, MasterPNo, ItemDescription, "
-                               "Category) VALUES (7, 'abc', 'seven', 'C'), (3, 'abc', 'three', "
-                               "'C'), (5, 'ABC', 'five', 'C'), (9, 'abd', 'nine', 'C')"));
-        ExecSql(QStringLiteral("INSERT INTO tblItemSupplier (ItemID, SupplierID, SupplierPNo, "
-                               "PrimeSupplier) VALUES (3, 0, 'p3', 1), (5, 0, 'n5', 0), "
-                               "(3, 0, 'n3', 0), (7, 0, 'p7', 1)"));
+        ExecSql("INSERT INTO tblStockItems (ItemID, MasterPNo, ItemDescription, "
+                "Category) VALUES (7, 'abc', 'seven', 'C'), (3, 'abc', 'three', "
+                "'C'), (5, 'ABC', 'five', 'C'), (9, 'abd', 'nine', 'C')");
+        ExecSql("INSERT INTO tblItemSupplier (ItemID, SupplierID, SupplierPNo, PrimeSupplier) "
+                "VALUES (3, 0, 'p3', 1), (5, 0, 'n5', 0), (3, 0, 'n3', 0), (7, 0, 'p7', 1)");
         const UBItemResult r = LoadUBItems(request(UBMode::AllItems));
         QStringList seen;
         for (int row = 1; row <= r.rowCount; ++row)
             seen << r.data(1, row).toString() + QLatin1Char(':') + r.data(15, row).toString();
         QCOMPARE(seen, QStringList({"3:n3", "5:n5", "3:p3", "9:"}));
         compareWithStatement(request(UBMode::AllItems));
-    }
-
-    void firstRowWalkTakesEachChangeOfText() {
-        FirstRowPerPartNumber walk;
-        QVERIFY(walk.Take(QStringLiteral("A")));
-        QVERIFY(!walk.Take(QStringLiteral("A")));
-        QVERIFY(walk.Take(QStringLiteral("a")));
-        QVERIFY(walk.Take(QString()));
-        QVERIFY(!walk.Take(QByteArrayView()));
-        QVERIFY(walk.Take(QStringLiteral("A")));
     }
 
 private:

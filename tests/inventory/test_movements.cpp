@@ -1,7 +1,6 @@
 // Stock adjustments, item history rows, the on-order recount and the purchasing flag.
 #include "foundation/DbEngine.h"
 #include "foundation/Globals.h"
-#include "foundation/Helpers.h"
 #include "inventory/OnOrder.h"
 #include "inventory/StockMovements.h"
 #include "tests/support/TestSupport.h"
@@ -11,23 +10,22 @@
 namespace {
 
 void AddItem(qint32 id, double qty, double onOrder = 0) {
-    ExecSql(QStringLiteral("INSERT INTO tblStockItems (ItemID, MasterPNo, Category, Qty, "
-                           "OnOrderQty) VALUES (?, 'P', 'NEW', ?, ?)"),
+    ExecSql("INSERT INTO tblStockItems (ItemID, MasterPNo, Category, Qty, "
+            "OnOrderQty) VALUES (?, 'P', 'NEW', ?, ?)",
             {id, qty, onOrder});
 }
 
 void AddPORow(qint32 poid, qint32 item, double qty, double received,
               const QString& sched = QStringLiteral("2026-12-24")) {
-    ExecSql(QStringLiteral("INSERT INTO tblPODetail (POID, POStockID, POQty, PORecieved, "
-                           "POSchedDate) VALUES (?, ?, ?, ?, ?)"),
+    ExecSql("INSERT INTO tblPODetail (POID, POStockID, POQty, PORecieved, "
+            "POSchedDate) VALUES (?, ?, ?, ?, ?)",
             {poid, item, qty, received, sched});
 }
 
 void AddHistory(const QString& date, const QString& type, double qty, const QString& text,
                 const QVariant& trn = {}) {
-    ExecSql(QStringLiteral("INSERT INTO tblItemHistory (StockID, HistDate, HistType, HistID, "
-                           "HistRef, HistTRN, HistQty, HistText) VALUES (5, ?, ?, 0, 'R1', ?, ?, "
-                           "?)"),
+    ExecSql("INSERT INTO tblItemHistory (StockID, HistDate, HistType, HistID, "
+            "HistRef, HistTRN, HistQty, HistText) VALUES (5, ?, ?, 0, 'R1', ?, ?, ?)",
             {date, type, trn, qty, text});
 }
 
@@ -35,7 +33,10 @@ void AddHistory(const QString& date, const QString& type, double qty, const QStr
 
 class TestMovements : public QObject {
     Q_OBJECT
+    std::unique_ptr<TestData> mData;
 private slots:
+    void init() { mData = std::make_unique<TestData>(); }
+
     // Each kind moves Qty by its signed amount and writes its history row; a quantity of 0 still
     // writes one, and an issue beyond stock goes negative.
     void eachAdjustmentMovesQtyAndWritesHistory() {
@@ -51,7 +52,7 @@ private slots:
                      {AdjustmentKind::Return, "0", "RETURN|0", "10"},
                      {AdjustmentKind::Issue, "14", "ISSUE|-14", "-4"}};
         for (const auto& c : cases) {
-            TestData data;
+            mData = std::make_unique<TestData>();
             ScriptedBoxes boxes;
             AddItem(5, 10);
             AddItem(6, 10);
@@ -60,41 +61,37 @@ private slots:
                                      QStringLiteral("Bob's bench"), 5, QStringLiteral("10")});
             QVERIFY(r.posted);
             QCOMPARE(r.qtyCell, QLatin1String(c.cell));
-            QCOMPARE(SqlRows(QStringLiteral("SELECT ItemID, Qty FROM tblStockItems ORDER BY 1")),
+            QCOMPARE(SqlRows("SELECT ItemID, Qty FROM tblStockItems ORDER BY 1"),
                      QStringList({QStringLiteral("5|") + QLatin1String(c.cell), "6|10"}));
-            QCOMPARE(SqlRows(QStringLiteral("SELECT StockID, HistDate, HistID, HistRef, HistText, "
-                                            "HistTRN IS NULL, HistType, HistQty "
-                                            "FROM tblItemHistory")),
+            QCOMPARE(SqlRows("SELECT StockID, HistDate, HistID, HistRef, HistText, "
+                             "HistTRN IS NULL, HistType, HistQty FROM tblItemHistory"),
                      QStringList(QStringLiteral("5|2026-11-23|0|R-17|Bob`s bench|1|") +
                                  QLatin1String(c.history)));
-            QCOMPARE(boxes.processingBars(), 1);
         }
     }
 
     void adjustmentThatStopsAndCommaLocale() {
-        TestData data;
         ScriptedBoxes boxes;
         AddItem(5, 10);
         boxes.answer(vbOK);
         QVERIFY(!PostStockAdjustment({AdjustmentKind::None, "4", "", "", 5, "10"}).posted);
         QCOMPARE(boxes.shown().size(), 1);
-        QCOMPARE(boxes.shown()[0].prompt, QStringLiteral("You need to select an option button"));
-        QCOMPARE(boxes.shown()[0].title, QStringLiteral("No option selected"));
+        QCOMPARE(boxes.shown()[0].title + '|' + boxes.shown()[0].prompt,
+                 "No option selected|You need to select an option button");
         QCOMPARE(boxes.shown()[0].flags, int(vbInformation));
         // A list row with ItemID 0 stops without a word.
         QVERIFY(!PostStockAdjustment({AdjustmentKind::Return, "4", "", "", 0, "10"}).posted);
         QCOMPARE(boxes.shown().size(), 1);
-        QVERIFY(SqlRows(QStringLiteral("SELECT * FROM tblItemHistory")).isEmpty());
+        QVERIFY(SqlRows("SELECT * FROM tblItemHistory").isEmpty());
 
         LocaleScope de(QLocale(QLocale::German, QLocale::Germany));
         const auto r = PostStockAdjustment({AdjustmentKind::AdjustPlus, "1,5", "", "", 5, "10"});
-        QCOMPARE(r.qtyCell, QStringLiteral("11,5"));
-        QCOMPARE(SqlRows(QStringLiteral("SELECT Qty, HistQty FROM tblStockItems, tblItemHistory")),
+        QCOMPARE(r.qtyCell, "11,5");
+        QCOMPARE(SqlRows("SELECT Qty, HistQty FROM tblStockItems, tblItemHistory"),
                  QStringList({"11.5|1.5"}));
     }
 
     void historyRowsAsShown() {
-        TestData data;
         AddHistory("2026-01-02", "ISSUE", -2, "Ann");
         AddHistory("2026-01-03", "RETURN", 1.5, "Ann");
         AddHistory("2001-01-01", "ADJ(+)", 4, "count");
@@ -102,8 +99,7 @@ private slots:
         AddHistory("2000-12-31", "RX", 10, "Purchase Order: 0012", "GRN7");
         AddHistory("2040-01-01", "SHIP", -3, "POS");
         AddHistory("2026-05-05", "MOVE", 1, "shelf");
-        ExecSql(QStringLiteral("INSERT INTO tblItemHistory (StockID, HistType) VALUES (6, "
-                               "'ISSUE')"));
+        ExecSql("INSERT INTO tblItemHistory (StockID, HistType) VALUES (6, 'ISSUE')");
         const QList<QStringList> expected = {
             {"02/01/2026", "ISSUE", "-2", "R1", "", "Ann"},
             {"03/01/2026", "RETURN", "1.5", "R1", "", "Ann"},
@@ -117,7 +113,6 @@ private slots:
     }
 
     void onOrderRecount() {
-        TestData data;
         AddItem(5, 0, 7);
         AddItem(6, 0, 9);
         const QString onOrder =
@@ -144,18 +139,14 @@ private slots:
     }
 
     void pendingOrderPanelReadsWithoutChange() {
-        TestData data;
         AddPORow(12, 5, 10, 4);
         AddPORow(3, 5, 5, 0, QStringLiteral("2040-01-01"));
         AddPORow(7, 5, 8, 8);
-        ExecSql(QStringLiteral("INSERT INTO tblCusAddresses (AddID, CoName) VALUES (3, 'Bell')"));
-        ExecSql(QStringLiteral("INSERT INTO tblCustOrders (CustBasketID, CustID) VALUES (41, 3), "
-                               "(40, 3)"));
-        ExecSql(QStringLiteral("INSERT INTO tblCustOrderDetail (CustBasketDetailID, StockID, "
-                               "OrderedQty, ShippedQty) VALUES (41, 5, 6, 2), (40, 5, 3, 3), "
-                               "(40, 6, 9, 0)"));
-        ExecSql(QStringLiteral("INSERT INTO tblBaskets (StockID, ReqQty, OrderYN, FromID) VALUES "
-                               "(6, 3, 1, 0)"));
+        ExecSql("INSERT INTO tblCusAddresses (AddID, CoName) VALUES (3, 'Bell')");
+        ExecSql("INSERT INTO tblCustOrders (CustBasketID, CustID) VALUES (41, 3), (40, 3)");
+        ExecSql("INSERT INTO tblCustOrderDetail (CustBasketDetailID, StockID, "
+                "OrderedQty, ShippedQty) VALUES (41, 5, 6, 2), (40, 5, 3, 3), (40, 6, 9, 0)");
+        ExecSql("INSERT INTO tblBaskets (StockID, ReqQty, OrderYN, FromID) VALUES (6, 3, 1, 0)");
         const QString basket = QStringLiteral("SELECT * FROM tblBaskets");
         const QStringList before = SqlRows(basket);
         const StockQtyInfo info = LoadStockQtyInfo(5);
@@ -169,7 +160,6 @@ private slots:
 
     // Flagging twice adds no second basket row; un-flagging asks first.
     void flaggingForPurchasing() {
-        TestData data;
         ScriptedBoxes boxes;
         const QString basket = QStringLiteral("SELECT StockID, ReqQty, OrderYN FROM tblBaskets");
         QCOMPARE(ApplyPurchasingFlag(5, true), BasketChange::Flagged);
@@ -185,9 +175,8 @@ private slots:
         QVERIFY(SqlRows(basket).isEmpty());
         QCOMPARE(boxes.prompts().size(), 2);
         QCOMPARE(boxes.shown()[1].prompt,
-                 QStringLiteral(
-                     "This item is flagged for purchasing. Do you wish to un-flag this item?"));
-        QCOMPARE(boxes.shown()[1].title, QStringLiteral("Purchasing"));
+                 "This item is flagged for purchasing. Do you wish to un-flag this item?");
+        QCOMPARE(boxes.shown()[1].title, "Purchasing");
         QCOMPARE(boxes.shown()[1].flags & 7, int(vbYesNo));
 
         QCOMPARE(ApplyPurchasingFlag(5, false), BasketChange::None); // nothing to ask
