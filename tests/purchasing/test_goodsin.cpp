@@ -7,12 +7,7 @@
 #include "purchasing/GoodsIn.h"
 #include "tests/purchasing/PurchasingFixture.h"
 
-#include <QCoreApplication>
-#include <QFile>
-#include <QProcess>
 #include <QTest>
-#include <QThread>
-#include <cstring>
 
 using namespace fixture;
 
@@ -62,34 +57,6 @@ int Book(GoodsInArray& a, const QString& grn = QStringLiteral("TRN-1")) {
 QString Figures() {
     return SqlFirst("SELECT Qty || '|' || OnOrderQty || '|' || (SELECT PORecieved FROM "
                     "tblPODetail WHERE RowID=1) FROM tblStockItems WHERE ItemID=10");
-}
-
-// The second workstation of the two-process test: books `qty` against order 3's open row once
-// the start file exists; the first one also holds its lock for a while before its history row.
-int BookAsWorkstation(int argc, char** argv) {
-    if (argc < 5)
-        return 2;
-    QCoreApplication app(argc, argv);
-    UseTestLocale();
-    SetDataFolder(QFile::decodeName(argv[2]));
-    GrantAllRights();
-    SetToday(QDate(2026, 11, 23));
-    const QString start = QFile::decodeName(argv[4]);
-    while (!QFile::exists(start))
-        QThread::msleep(2);
-    if (QByteArray(argv[3]) == "3")
-        Database::BeforeNextStatementContaining(QStringLiteral("INSERT INTO tblItemHistory"),
-                                                [] { QThread::msleep(400); });
-    GoodsInArray rows = LoadOrderRows(3, false);
-    if (rows.rowCount != 1)
-        return 3;
-    rows.rows(GinCol::RXd, 1) = QString::fromLatin1(argv[3]);
-    BookInInput in;
-    in.rows = &rows;
-    in.grnNo = QStringLiteral("WS-") + QString::fromLatin1(argv[3]);
-    in.poNo = QStringLiteral("REF-3");
-    // No box is expected: the quantities are within what is outstanding.
-    return BookInGoods(in) == kBookInDone ? 0 : 4;
 }
 
 } // namespace
@@ -317,19 +284,13 @@ private slots:
     }
 
     void twoWorkstationsBookTheSameRow() {
-        const QString start = data->path(QStringLiteral("go"));
-        QProcess first, second;
-        const QString self = QCoreApplication::applicationFilePath();
-        first.start(self, {QStringLiteral("--book"), data->folder(), QStringLiteral("3"), start});
-        second.start(self, {QStringLiteral("--book"), data->folder(), QStringLiteral("4"), start});
-        QVERIFY(first.waitForStarted() && second.waitForStarted());
-        QFile go(start);
-        QVERIFY(go.open(QIODevice::WriteOnly));
-        go.close();
-        QVERIFY(first.waitForFinished(60000) && second.waitForFinished(60000));
-        QCOMPARE(first.exitCode(), 0);
-        QCOMPARE(second.exitCode(), 0);
-        // Both quantities land; two "RX" rows, one per workstation.
+        // Both workstations load order 3's open row; one books while the other still shows
+        // its load: both quantities land, as two "RX" rows.
+        GoodsInArray first = LoadOrderRows(3, false), second = LoadOrderRows(3, false);
+        Type(second, 1, "4");
+        QCOMPARE(Book(second, "WS-4"), int(kBookInDone));
+        Type(first, 1, "3");
+        QCOMPARE(Book(first, "WS-3"), int(kBookInDone));
         QCOMPARE(Figures(), "7.0|3.0|7.0");
         QCOMPARE(SqlFirst("SELECT group_concat(HistTRN || ':' || HistQty, ',') FROM (SELECT * "
                           "FROM tblItemHistory WHERE HistType='RX' ORDER BY HistTRN)"),
@@ -337,12 +298,5 @@ private slots:
     }
 };
 
-int main(int argc, char** argv) {
-    if (argc > 1 && std::strcmp(argv[1], "--book") == 0)
-        return BookAsWorkstation(argc, argv);
-    QCoreApplication app(argc, argv);
-    TestGoodsIn test;
-    return QTest::qExec(&test, argc, argv);
-}
-
+QTEST_GUILESS_MAIN(TestGoodsIn)
 #include "test_goodsin.moc"

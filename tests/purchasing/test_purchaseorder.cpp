@@ -1,25 +1,16 @@
 // The basket and "Order Now" without a window: the supplier list, a supplier's basket rows, the
 // commit of an edited row, the supplier's parts, the order numbers, the order written and the
-// basket cleared, failures rolled back, and two processes placing orders on one file at once.
+// basket cleared, failures rolled back, and a second workstation ordering at the same moment.
 #include "foundation/Helpers.h"
 #include "purchasing/PurchaseBasket.h"
 #include "purchasing/PurchaseOrder.h"
 #include "tests/purchasing/PurchasingFixture.h"
 
-#include <QCoreApplication>
-#include <QFile>
-#include <QFileInfo>
-#include <QProcess>
-#include <QScopeGuard>
 #include <QTest>
-#include <QTextStream>
-#include <QThread>
 
 using namespace fixture;
 
 namespace {
-
-const char* const kWorkerArg = "--order-worker";
 
 // The window's input; cboSupplist lists Bolt (2) then Acme (1).
 OrderNowInput InputFor(const BasketLoad& load, int supplierIndex, const QString& poid = QString(),
@@ -54,43 +45,6 @@ QString Basket(int rowId) {
 // Headers, order rows and basket rows, as one text.
 QString Counts() {
     return Count("tblPOrders") + Count("tblPODetail") + Count("tblBaskets");
-}
-
-// The worker of the two-process test, on the data folder of its arguments: the basket holds
-// the rows of the worker's supplier for each round, their quantity marking the round, all
-// unticked; each round the worker loads the basket, ticks that round's rows and orders them.
-// One line per round: "ok", or "fail" and the title of the last box.
-int RunOrderWorker(const QStringList& args) {
-    const QString folder = args.value(2);
-    const qint32 supplier = args.value(3).toInt();
-    SetDataFolder(folder);
-    gDecimalSep = QLatin1Char('.');
-    gCanPurchasing = true;
-    ScriptedBoxes boxes;
-    while (!QFileInfo::exists(folder + QStringLiteral("/go"))) // both start together
-        QThread::msleep(2);
-    QTextStream out(stdout);
-    for (int round = 1; round <= args.value(4).toInt(); ++round) {
-        // Reading the basket is tried again while the other process commits; the order itself
-        // is the system's and is not.
-        BasketLoad basket;
-        for (int attempt = 0; attempt < 20 && basket.rows.Columns() == 0; ++attempt) {
-            try {
-                basket = LoadBasket(supplier);
-            } catch (const DbError&) {
-            }
-        }
-        for (int r = 1; r <= basket.rowCount; ++r)
-            basket.rows(BasketCol::Ticked, r) =
-                Val(basket.rows(BasketCol::ReqQty, r).toString()) == round;
-        // One box a round: No to printing, or the failure's.
-        boxes.answer(vbNo);
-        const OrderNowResult r = PlacePurchaseOrder(InputFor(basket, supplier == 2 ? 0 : 1));
-        out << (r.outcome == OrderNowResult::Placed ? QStringLiteral("ok")
-                                                    : "fail " + boxes.shown().last().title)
-            << Qt::endl;
-    }
-    return 0;
 }
 
 } // namespace
@@ -346,89 +300,31 @@ private slots:
         QCOMPARE(ItemField(10, "OnOrderQty"), "4");
     }
 
-    void twoProcesses() {
-        constexpr int kRounds = 50;
-        // Acme (1) and Bolt (2) with ten items each (100 to 109, 200 to 209) in place of the
-        // catalogue's; each item in the basket once per round.
-        ExecSql("DELETE FROM tblStockItems");
-        ExecSql("WITH RECURSIVE k(n) AS (SELECT 100 UNION ALL SELECT n + 1 FROM k WHERE n < 209) "
-                "INSERT INTO tblStockItems (ItemID, MasterPNo, ItemName, ItemDescription, "
-                "Category, Qty, OnOrderQty, BuyNow) SELECT n, 'P' || n, '', '', '', 0, 0, 0 FROM "
-                "k WHERE n % 100 < 10");
-        ExecSql("INSERT INTO tblItemSupplier (ItemID, SupplierID, SupplierPNo, MinOrQty, "
-                "PriceEach, PrimeSupplier) SELECT ItemID, ItemID / 100, 'S' || ItemID, 1, 1, 0 "
-                "FROM tblStockItems");
-        ExecSql(QStringLiteral("WITH RECURSIVE r(n) AS (SELECT 1 UNION ALL SELECT n + 1 FROM r "
-                               "WHERE n < %1) INSERT INTO tblBaskets (StockID, ReqQty, OrderYN) "
-                               "SELECT ItemID, n, 0 FROM tblStockItems, r ORDER BY n, ItemID")
-                    .arg(kRounds));
-        // Each row written to an order takes a little longer, so that the workers' orders
-        // overlap and their numbers collide now and then.
-        ExecSql("CREATE TABLE slow AS WITH RECURSIVE r(n) AS (SELECT 1 UNION ALL SELECT n + 1 FROM "
-                "r WHERE n < 16) SELECT ItemID AS x FROM tblStockItems, r");
-        ExecSql("CREATE TRIGGER slowRow AFTER INSERT ON tblPODetail BEGIN SELECT count(*) FROM "
-                "slow a, slow b WHERE a.x < 104; END");
-
-        QList<QProcess*> workers;
-        // However the test ends, no worker outlives the data folder.
-        const auto stop = qScopeGuard([&workers] {
-            for (QProcess* p : workers) {
-                p->kill();
-                p->waitForFinished(5000);
-            }
+    void secondWorkstationWaits() {
+        // Acme's order holds the write lock from its start: Bolt's, placed from another
+        // connection just before Acme's header is written, reads the old number, waits out the
+        // lock and fails whole, its basket kept; Acme's order is placed under that number.
+        BasketRow(11, "4", 1);
+        BasketRow(12, "2", 1);
+        const BasketLoad acme = LoadBasket(1), bolt = LoadBasket(2);
+        OrderNowResult second;
+        boxes->answer(vbOK);
+        boxes->answer(vbNo);
+        Database::BeforeNextStatementContaining(QStringLiteral("INSERT INTO tblPOrders"), [&] {
+            second = PlacePurchaseOrder(InputFor(bolt, 0));
         });
-        for (const char* s : {"1", "2"}) {
-            workers << new QProcess(this);
-            workers.last()->setProcessChannelMode(QProcess::ForwardedErrorChannel);
-            workers.last()->start(QCoreApplication::applicationFilePath(),
-                                  {kWorkerArg, data->folder(), s, QString::number(kRounds)});
-            QVERIFY(workers.last()->waitForStarted());
-        }
-        QFile go(data->path(QStringLiteral("go")));
-        QVERIFY(go.open(QIODevice::WriteOnly));
-        go.close();
-        int placed = 0;
-        for (QProcess* p : workers) {
-            QVERIFY(p->waitForFinished(240000));
-            QCOMPARE(p->exitCode(), 0);
-            const QStringList lines =
-                QString::fromLatin1(p->readAllStandardOutput()).split('\n', Qt::SkipEmptyParts);
-            QCOMPARE(lines.size(), kRounds);
-            for (const QString& line : lines)
-                QVERIFY2(line == "ok" || line == "fail DB Write Error", qPrintable(line));
-            placed += lines.count("ok");
-        }
-        QVERIFY(placed > 0);
-
-        // Every order is whole: the ten rows of one round, all of its header's supplier; no row
-        // without its header. Each supplier's round was ordered once, or waits whole in the
-        // basket after "DB Write Error". On order as a recount gives it.
-        QCOMPARE(Count("tblPOrders").toInt(), placed);
-        QCOMPARE(Count("tblPOrders o", "(SELECT count(*) || '|' || count(DISTINCT POQty) || '|' || "
-                                       "min(POStockID / 100) || max(POStockID / 100) FROM "
-                                       "tblPODetail d WHERE d.POID = o.POID) <> '10|1|' || "
-                                       "POSupID || POSupID"),
-                 "0");
-        QCOMPARE(Count("tblPODetail", "POID NOT IN (SELECT POID FROM tblPOrders)"), "0");
-        QCOMPARE(
-            SqlFirst("WITH w AS (SELECT DISTINCT StockID / 100 AS s, ReqQty AS q FROM "
-                     "tblBaskets), o AS (SELECT DISTINCT POStockID / 100 AS s, POQty AS q "
-                     "FROM tblPODetail) SELECT (SELECT count(*) FROM w) || '|' || (SELECT "
-                     "count(*) FROM o) || '|' || (SELECT count(*) FROM w JOIN o USING (s, "
-                     "q)) || '|' || (SELECT count(*) FROM tblBaskets)"),
-            QStringLiteral("%1|%2|0|%3").arg(100 - placed).arg(placed).arg((100 - placed) * 10));
+        const OrderNowResult first = PlacePurchaseOrder(InputFor(acme, 1));
+        QVERIFY(first.outcome == OrderNowResult::Placed && first.poid == 1);
+        QVERIFY(second.outcome == OrderNowResult::WriteFailed && second.poidText == "0001");
+        QCOMPARE(Said(*boxes).first().left(15), "DB Write Error:");
+        QCOMPARE(SqlRows("SELECT POID, POSupID, POStockID, POQty FROM tblPOrders JOIN "
+                         "tblPODetail USING (POID)"),
+                 QStringList("1|1|11|4"));
+        QCOMPARE(SqlFirst("SELECT group_concat(StockID) FROM tblBaskets"), "12");
         QCOMPARE(OnOrderMismatches(), "0");
-        qInfo("%d orders placed, %d refused with DB Write Error", placed, 100 - placed);
     }
 };
 
-int main(int argc, char** argv) {
-    QCoreApplication app(argc, argv);
-    const QStringList args = app.arguments();
-    if (args.value(1) == QLatin1String(kWorkerArg))
-        return RunOrderWorker(args);
-    TestPurchaseOrder test;
-    return QTest::qExec(&test, argc, argv);
-}
+QTEST_GUILESS_MAIN(TestPurchaseOrder)
 
 #include "test_purchaseorder.moc"
