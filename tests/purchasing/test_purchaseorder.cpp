@@ -49,22 +49,14 @@ QString Counts() {
 
 } // namespace
 
-class TestPurchaseOrder : public QObject {
+class TestPurchaseOrder : public QObject, Suite {
     Q_OBJECT
-    // Each test starts on a fresh data folder holding the catalogue.
-    std::unique_ptr<TestData> data;
-    std::unique_ptr<ScriptedBoxes> boxes;
 private slots:
     void init() {
         gCanPurchasing = true;
-        data = std::make_unique<TestData>();
-        boxes = std::make_unique<ScriptedBoxes>();
-        Catalogue();
+        Fresh();
     }
-    void cleanup() {
-        boxes.reset();
-        data.reset();
-    }
+    void cleanup() { Drop(); }
 
     void supplierListAndBasket() {
         ExecSql("UPDATE tblStockItems SET MasterPNo='**RES-10K' WHERE ItemID=10");
@@ -101,7 +93,7 @@ private slots:
         boxes->answer(vbOK);
         QVERIFY(LoadSupplierList().ids.isEmpty());
         QCOMPARE(Said(*boxes).first(), AppName() + ": Can't complete the requested operation. The "
-                                                  "supplier has been deselected");
+                                                   "supplier has been deselected");
         QVERIFY(Said(*boxes).last().startsWith("Empty Supplier's List: There are no supplier"));
     }
 
@@ -161,7 +153,6 @@ private slots:
         QCOMPARE(Column(all, PartCol::PartNo),
                  QStringList({"**RELAY", "CAP-1U", "R%X", "RELAY-5V", "RES-10K"}));
         QCOMPARE(Joined(all.rows, 1), "15|**RELAY|Value 15|CAT|Item 15|2.00|1|A-15");
-        QCOMPARE(ShowSupplierParts(1, "R").rowCount, 3);
         const BasketLoad percent = ShowSupplierParts(1, "R%");
         QCOMPARE(Column(percent, PartCol::PartNo), QStringList("R%X"));
         QCOMPARE(ShowSupplierParts(1, "RELAY").rowCount, 1);
@@ -278,7 +269,7 @@ private slots:
         QCOMPARE(r.outcome, OrderNowResult::WriteFailed);
         QCOMPARE(r.poidText, "0001");
         QCOMPARE(Said(*boxes), QStringList("DB Write Error: There was a error while saving the "
-                                          "purchase order details."));
+                                           "purchase order details."));
         QCOMPARE(Counts(), "003");
         QCOMPARE(SqlFirst("SELECT sum(OnOrderQty) FROM tblStockItems"), "0");
         ExecSql("DROP TRIGGER failSecondRow");
@@ -293,9 +284,9 @@ private slots:
         r = PlacePurchaseOrder(InputFor(load, 1));
         QVERIFY(r.outcome == OrderNowResult::Placed && !r.basketCleared);
         QCOMPARE(Said(*boxes), QStringList({"DB Error: The Order details were saved but some data "
-                                           "could not be removed from the Basket. You may need to "
-                                           "remove this manually",
-                                           "Print Order?: Do you want to print the order Now?"}));
+                                            "could not be removed from the Basket. You may need to "
+                                            "remove this manually",
+                                            "Print Order?: Do you want to print the order Now?"}));
         QCOMPARE(Counts(), "133");
         QCOMPARE(ItemField(10, "OnOrderQty"), "4");
     }

@@ -93,23 +93,15 @@ GrnInput Note(const GoodsInArray& rows) {
 
 } // namespace
 
-class TestPurchasingDocuments : public QObject {
+class TestPurchasingDocuments : public QObject, Suite {
     Q_OBJECT
-    // Each test starts on a fresh data folder holding the catalogue.
-    std::unique_ptr<TestData> data;
-    std::unique_ptr<ScriptedBoxes> boxes;
 private slots:
     void init() {
         gPOPrinterName.clear();
         UseTestLocale();
-        data = std::make_unique<TestData>();
-        boxes = std::make_unique<ScriptedBoxes>();
-        Catalogue();
+        Fresh();
     }
-    void cleanup() {
-        boxes.reset();
-        data.reset();
-    }
+    void cleanup() { Drop(); }
 
     void orderOfThreeRows() {
         auto printer = UseRecordingPrinter();

@@ -136,22 +136,14 @@ void ViewerOrders() {
 
 } // namespace
 
-class TestPurchasingWindows : public QObject {
+class TestPurchasingWindows : public QObject, Suite {
     Q_OBJECT
-    // Each test starts on a fresh data folder holding the catalogue.
-    std::unique_ptr<TestData> data;
-    std::unique_ptr<ScriptedBoxes> boxes;
 private slots:
     void init() {
         gPOPrinterName.clear();
-        data = std::make_unique<TestData>();
-        boxes = std::make_unique<ScriptedBoxes>();
-        Catalogue();
+        Fresh();
     }
-    void cleanup() {
-        boxes.reset();
-        data.reset();
-    }
+    void cleanup() { Drop(); }
 
     void basketWindow() {
         auto one = std::make_shared<RecordingPrinter>(QStringLiteral("Office"));
