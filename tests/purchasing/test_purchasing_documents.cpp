@@ -15,7 +15,7 @@ namespace {
 
 // The marks of an A4 sheet (11906 x 16838 twips), in whole twips: the order, then the note.
 constexpr double kTopY = 842, kColItem = 595, kColPage = 9525, kRuleEnd = 10715, kPageLimit = 14312;
-constexpr double kGrnItem = 357, kGrnPart = 952, kGrnDesc = 3274, kGrnOrder = 7739, kGrnRx = 8930,
+constexpr double kGrnItem = 357, kGrnPart = 952, kGrnDesc = 3274, kGrnRx = 8930,
                  kGrnNonConf = 10120, kGrnRight = 10715, kInset = 94, kGrnBottom = 13807;
 constexpr double kLine8 = 8 * RecordingPrinter::LineHeightPerPoint;
 constexpr double kLine12 = 12 * RecordingPrinter::LineHeightPerPoint;
@@ -263,11 +263,8 @@ private slots:
         QCOMPARE(PrintPurchaseOrder(3, false), int(kPODocumentPrinted));
         QVERIFY(first->Documents() == 0 && second->Documents() == 1);
         const QList<PrintCall> logo = second->Calls(PrintCall::Picture);
-        QVERIFY(logo.size() == 1 && logo.at(0).text == path);
-        QCOMPARE(QList<double>(
-                     {logo.at(0).x, logo.at(0).x2 - logo.at(0).x, logo.at(0).y2 - logo.at(0).y}),
-                 QList<double>({kColItem, 700, 350}));
-        QVERIFY(logo.at(0).y2 <= kTopY);
+        QVERIFY(logo.size() == 1 && logo.at(0).text == path && logo.at(0).y2 <= kTopY);
+        QCOMPARE(logo.at(0).y2 - logo.at(0).y, 350);
         // A logo that can't be loaded is passed over without a word.
         InstallPictureLoader([](const QString& p) { return Picture{p}; });
         QCOMPARE(PrintPurchaseOrder(3, false), int(kPODocumentPrinted));
@@ -325,8 +322,6 @@ private slots:
         QCOMPARE(At(*printer, kGrnPart + kInset), QStringList({"Part No.", "P1", "P3", "P4"}));
         QCOMPARE(At(*printer, kGrnDesc + kInset),
                  QStringList({"Description", "Name 1", "Name 3", "Name 4"}));
-        QCOMPARE(At(*printer, kGrnOrder + kInset),
-                 QStringList({" Order", "  Qty", "10", "10", "10"}));
         QCOMPARE(At(*printer, kGrnRx + kInset), QStringList({"   Qty", "Received", "1", "3", "0"}));
         QCOMPARE(At(*printer, kGrnNonConf + kInset), QStringList({"X", "X"}));
         QCOMPARE(Find(*printer, "X", 2).y, Find(*printer, "P4").y);
