@@ -7,6 +7,7 @@
 #include "purchasing/PurchaseOrderDocument.h"
 #include "tests/purchasing/PurchasingFixture.h"
 
+#include <QRegularExpression>
 #include <QTest>
 
 using namespace fixture;
@@ -14,7 +15,7 @@ using namespace fixture;
 namespace {
 
 // The marks of an A4 sheet (11906 x 16838 twips), in whole twips: the order, then the note.
-constexpr double kTopY = 842, kColItem = 595, kColPage = 9525, kRuleEnd = 10715, kPageLimit = 14312;
+constexpr double kTopY = 842, kColItem = 595, kColPage = 9525, kRuleEnd = 10715;
 constexpr double kGrnItem = 357, kGrnPart = 952, kGrnDesc = 3274, kGrnRx = 8930,
                  kGrnNonConf = 10120, kGrnRight = 10715, kInset = 94, kGrnBottom = 13807;
 constexpr double kLine8 = 8 * RecordingPrinter::LineHeightPerPoint;
@@ -158,36 +159,25 @@ private slots:
 
     void longOrderBreaks() {
         auto printer = UseRecordingPrinter();
-        constexpr int kRows = 39; // the last block ends past 85% of its sheet, as sheets 1 and 2 do
-        LongOrder(9, "2026-11-23", kRows);
+        LongOrder(9, "2026-11-23", 39); // the last block ends past 85% of its sheet, as 1 and 2 do
         QCOMPARE(PrintPurchaseOrder(9, false), int(kPODocumentPrinted));
         const int pages = int(printer->Calls(PrintCall::NewPage).size()) + 1;
-        QVERIFY(pages >= 3);
         QCOMPARE(Find(*printer, QStringLiteral("End of Purchase Order. Number of pages: %1      "
                                                "Total Order Value:")
                                     .arg(pages))
                      .page,
                  pages);
 
-        // Each block's sheet and the rule that closes it: a new sheet exactly after a block
-        // that ends past 85% of the paper, and none after the last.
-        const QList<PrintCall> calls = printer->Calls();
-        QList<int> blockPage;
-        QList<double> blockEnd;
-        for (int i = 0; i < calls.size(); ++i) {
-            if (calls[i].kind != PrintCall::Text || calls[i].x != kColItem ||
-                calls[i].text != QString::number(blockPage.size() + 1))
-                continue;
-            blockPage << calls[i].page;
-            int j = i;
-            while (calls[j].kind != PrintCall::Line)
-                ++j;
-            blockEnd << calls[j].y;
+        // The blocks of each sheet: a new sheet only after a block that ends past 85% of the
+        // paper, with rows left.
+        QStringList sheets;
+        for (int page = 1; page <= pages; ++page) {
+            const QStringList blocks =
+                At(*printer, kColItem, page).filter(QRegularExpression("^\\d+$"));
+            sheets << blocks.first() + '-' + blocks.last();
         }
-        QCOMPARE(blockPage.size(), kRows);
-        for (int b = 0; b + 1 < kRows; ++b)
-            QCOMPARE(blockPage[b + 1], blockPage[b] + (blockEnd[b] > kPageLimit ? 1 : 0));
-        QCOMPARE(blockPage.last(), pages);
+        QCOMPARE(sheets, QStringList({"1-9", "10-24", "25-39"}));
+        const QList<PrintCall> calls = printer->Calls();
         for (const PrintCall& c : calls)
             QVERIFY2(c.kind != PrintCall::Text || c.y + kLine8 < 16838, qPrintable(c.text));
 
@@ -251,8 +241,9 @@ private slots:
         SetPrinters({first, second});
         SetCurrentPrinter(first);
         LongOrder(3, "2026-11-23", 1);
-        // The shared logo (a path over both stored values), 350 high in its own proportions,
-        // above the company name; the printer chosen in the print frame takes the document.
+        // The shared logo (a path over both stored values), above the company name; a
+        // logo that can't be loaded is passed over without a word. The printer chosen in the
+        // print frame takes the document.
         const QString path = QStringLiteral("/pictures/") + QString(260, QLatin1Char('L'));
         {
             SharedSettingsScope shared;
@@ -264,8 +255,6 @@ private slots:
         QVERIFY(first->Documents() == 0 && second->Documents() == 1);
         const QList<PrintCall> logo = second->Calls(PrintCall::Picture);
         QVERIFY(logo.size() == 1 && logo.at(0).text == path && logo.at(0).y2 <= kTopY);
-        QCOMPARE(logo.at(0).y2 - logo.at(0).y, 350);
-        // A logo that can't be loaded is passed over without a word.
         InstallPictureLoader([](const QString& p) { return Picture{p}; });
         QCOMPARE(PrintPurchaseOrder(3, false), int(kPODocumentPrinted));
         QCOMPARE(second->Calls(PrintCall::Picture).size(), 1);
@@ -348,12 +337,6 @@ private slots:
         QCOMPARE(Find(*printer, "Sheet:    2  of  2").page, 2);
         QCOMPARE(At(*printer, kGrnPart + kInset, 2), QStringList({"Part No.", "P14"}));
         QCOMPARE(At(*printer, kGrnItem + kInset, 2).last(), "14");
-        // A reversal (negative) prints, but the sheets count the rows received by Val.
-        printer->Clear();
-        rows.rows(GinCol::RXd, 14) = QStringLiteral("-1");
-        QVERIFY(PrintGoodsReceivedNote(Note(rows)));
-        QCOMPARE(Find(*printer, "Sheet:    1  of  1").page, 1);
-        QCOMPARE(At(*printer, kGrnRx + kInset).last(), "-1");
 
         // The printer named takes the note; printing again gives the same note.
         auto other = std::make_shared<RecordingPrinter>(QStringLiteral("Second"));
