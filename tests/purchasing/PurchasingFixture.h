@@ -30,14 +30,6 @@ inline void Item(int itemId, const QString& partNo, const QString& description =
                      description.isEmpty() ? QStringLiteral("Item %1").arg(itemId) : description));
 }
 
-inline void Link(int itemId, int supplierId, const QString& price, const QString& supPNo) {
-    ExecSql(QStringLiteral("INSERT INTO tblItemSupplier (ItemID, SupplierID, SupplierPNo, "
-                           "MinOrQty, PriceEach, PrimeSupplier) VALUES (%1, %2, '%3', 1, %4, 0)")
-                .arg(itemId)
-                .arg(supplierId)
-                .arg(supPNo, price));
-}
-
 // The firm; Acme (1), Bolt (2), Cobalt (3) and the non-stock supplier (4, "NON"); items 10 to 13.
 // Acme sells 10, 11 and 13, Bolt 10 and 12, Cobalt 13.
 inline void Catalogue() {

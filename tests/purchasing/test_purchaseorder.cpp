@@ -146,15 +146,15 @@ private slots:
     void supplierParts() {
         Item(14, "R%X");
         Item(15, "**RELAY");
-        Link(14, 1, "2", "A-14");
-        Link(15, 1, "2", "A-15");
+        ExecSql(
+            "INSERT INTO tblItemSupplier (ItemID, SupplierID, SupplierPNo, MinOrQty, PriceEach, "
+            "PrimeSupplier) VALUES (14, 1, 'A-14', 1, 2, 0), (15, 1, 'A-15', 1, 2, 0)");
         // By part number; a left-anchored match on the stored part number, "%" matched as itself.
         const BasketLoad all = ShowSupplierParts(1, QString());
         QCOMPARE(Column(all, PartCol::PartNo),
                  QStringList({"**RELAY", "CAP-1U", "R%X", "RELAY-5V", "RES-10K"}));
         QCOMPARE(Joined(all.rows, 1), "15|**RELAY|Value 15|CAT|Item 15|2.00|1|A-15");
-        const BasketLoad percent = ShowSupplierParts(1, "R%");
-        QCOMPARE(Column(percent, PartCol::PartNo), QStringList("R%X"));
+        QCOMPARE(Column(ShowSupplierParts(1, "R%"), PartCol::PartNo), QStringList("R%X"));
         QCOMPARE(ShowSupplierParts(1, "RELAY").rowCount, 1);
         // Adding a part twice gives two basket rows and marks the item.
         AddPartToBasket(10);
@@ -177,7 +177,6 @@ private slots:
         BasketRow(13, "2.5", 1, "'2026-12-24'");
         BasketLoad load = LoadBasket(1);
         load.rows(BasketCol::Price, 1) = QStringLiteral("1.99"); // overtyped for this order
-        QCOMPARE(LoadBasket(2).rowCount, 1);
 
         // A typed number of 500 over the last number 12 is honoured.
         boxes->answer(vbYes);

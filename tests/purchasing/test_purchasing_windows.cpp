@@ -393,11 +393,10 @@ private slots:
         QVERIFY(Said(*boxes).at(1).startsWith("Use Today's date?: "));
         QCOMPARE(Said(*boxes).at(2), "Printer Status: Order was spooled. Check your printout and "
                                      "reprint if necessary");
-        // "Done" reads the rows again: what was saved, with a change made since kept unsaved.
+        // "Done" closes the frame; a change made since stays unsaved.
         Type(*w.gdxPODetail, 2, "POQty", QStringLiteral("6"));
         QTest::mouseClick(w.cmdCancelrePrint, Qt::LeftButton);
         QVERIFY(!w.frmRePrintOrder->isVisible() && w.cmdReprint->isEnabled());
-        QCOMPARE(Shown(*w.gdxPODetail, "POQty"), QStringList({"12.5", "6"}));
 
         // The supplier's items, filtered as typed in capitals; a double-click adds one at
         // quantity 0, the rows read again with the quantity typed still on screen, unsaved.
