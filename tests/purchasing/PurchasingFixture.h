@@ -13,14 +13,6 @@
 
 namespace fixture {
 
-inline void Supplier(int addId, const QString& name, const QString& shortNm = QStringLiteral("S")) {
-    ExecSql(QStringLiteral("INSERT INTO tblSupAddresses (AddID, CoName, Add1, Add2, PCode, Tel1, "
-                           "Fax1, Contact1, ShortNm) VALUES (%1, '%2', '%2 Street', 'Leeds', "
-                           "'LS1', '0113 1', '0113 2', 'Ann', '%3')")
-                .arg(addId)
-                .arg(name, shortNm));
-}
-
 inline void Item(int itemId, const QString& partNo, const QString& description = QString()) {
     ExecSql(QStringLiteral("INSERT INTO tblStockItems (ItemID, MasterPNo, ItemName, "
                            "ItemDescription, Category, Qty, OnOrderQty, BuyNow) VALUES "
@@ -36,10 +28,10 @@ inline void Catalogue() {
     ExecSql("INSERT INTO tblHome (CoName, Add1, Add2, Add3, Add4, Add5, Add6, Tel1, Fax1) VALUES "
             "('Quill Parts Ltd', '1 Mill Lane', 'Otley', 'West Yorkshire', 'LS21 1AA', 'England', "
             "'', '01943 1', '01943 2')");
-    Supplier(1, QStringLiteral("Acme"));
-    Supplier(2, QStringLiteral("Bolt"));
-    Supplier(3, QStringLiteral("Cobalt"));
-    Supplier(4, QStringLiteral("Non Stock"), QStringLiteral("NON"));
+    ExecSql("WITH s(id, name, shortNm) AS (VALUES (1, 'Acme', 'S'), (2, 'Bolt', 'S'), (3, "
+            "'Cobalt', 'S'), (4, 'Non Stock', 'NON')) INSERT INTO tblSupAddresses (AddID, CoName, "
+            "ShortNm, Add1, Add2, PCode, Tel1, Fax1, Contact1) SELECT id, name, shortNm, name || "
+            "' Street', 'Leeds', 'LS1', '0113 1', '0113 2', 'Ann' FROM s");
     Item(10, QStringLiteral("RES-10K"), QStringLiteral("Resistor 10k"));
     Item(11, QStringLiteral("CAP-1U"), QStringLiteral("Capacitor 1u"));
     Item(12, QStringLiteral("IND-5M"), QStringLiteral("Inductor"));
