@@ -13,6 +13,15 @@
 
 namespace fixture {
 
+// Also used by the report suites.
+inline void Supplier(int addId, const QString& name, const QString& shortNm = QStringLiteral("S")) {
+    ExecSql(QStringLiteral("INSERT INTO tblSupAddresses (AddID, CoName, Add1, Add2, PCode, Tel1, "
+                           "Fax1, Contact1, ShortNm) VALUES (%1, '%2', '%2 Street', 'Leeds', "
+                           "'LS1', '0113 1', '0113 2', 'Ann', '%3')")
+                .arg(addId)
+                .arg(name, shortNm));
+}
+
 inline void Item(int itemId, const QString& partNo, const QString& description = QString()) {
     ExecSql(QStringLiteral("INSERT INTO tblStockItems (ItemID, MasterPNo, ItemName, "
                            "ItemDescription, Category, Qty, OnOrderQty, BuyNow) VALUES "
@@ -22,16 +31,24 @@ inline void Item(int itemId, const QString& partNo, const QString& description =
                      description.isEmpty() ? QStringLiteral("Item %1").arg(itemId) : description));
 }
 
+inline void Link(int itemId, int supplierId, const QString& price, const QString& supPNo) {
+    ExecSql(QStringLiteral("INSERT INTO tblItemSupplier (ItemID, SupplierID, SupplierPNo, "
+                           "MinOrQty, PriceEach, PrimeSupplier) VALUES (%1, %2, '%3', 1, %4, 0)")
+                .arg(itemId)
+                .arg(supplierId)
+                .arg(supPNo, price));
+}
+
 // The firm; Acme (1), Bolt (2), Cobalt (3) and the non-stock supplier (4, "NON"); items 10 to 13.
 // Acme sells 10, 11 and 13, Bolt 10 and 12, Cobalt 13.
 inline void Catalogue() {
     ExecSql("INSERT INTO tblHome (CoName, Add1, Add2, Add3, Add4, Add5, Add6, Tel1, Fax1) VALUES "
             "('Quill Parts Ltd', '1 Mill Lane', 'Otley', 'West Yorkshire', 'LS21 1AA', 'England', "
             "'', '01943 1', '01943 2')");
-    ExecSql("WITH s(id, name, shortNm) AS (VALUES (1, 'Acme', 'S'), (2, 'Bolt', 'S'), (3, "
-            "'Cobalt', 'S'), (4, 'Non Stock', 'NON')) INSERT INTO tblSupAddresses (AddID, CoName, "
-            "ShortNm, Add1, Add2, PCode, Tel1, Fax1, Contact1) SELECT id, name, shortNm, name || "
-            "' Street', 'Leeds', 'LS1', '0113 1', '0113 2', 'Ann' FROM s");
+    Supplier(1, QStringLiteral("Acme"));
+    Supplier(2, QStringLiteral("Bolt"));
+    Supplier(3, QStringLiteral("Cobalt"));
+    Supplier(4, QStringLiteral("Non Stock"), QStringLiteral("NON"));
     Item(10, QStringLiteral("RES-10K"), QStringLiteral("Resistor 10k"));
     Item(11, QStringLiteral("CAP-1U"), QStringLiteral("Capacitor 1u"));
     Item(12, QStringLiteral("IND-5M"), QStringLiteral("Inductor"));

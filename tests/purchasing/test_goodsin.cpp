@@ -75,7 +75,6 @@ private slots:
         // sorts first; over-received order 5 stays.
         const GoodsInArray list = LoadOutstandingOrders();
         QCOMPARE(Column(list, GinListCol::SupName), QStringList({"", "Acme", "Acme", "Bolt"}));
-        QCOMPARE(Column(list, GinListCol::PONo), QStringList({"REF-6", "REF-3", "REF-5", "REF-7"}));
         QCOMPARE(Column(ShowOrderList(list).list, GinListCol::POID),
                  QStringList({"0006", "0003", "0005", "0007"}));
         // Day/month/year on a month-first locale too.
@@ -244,7 +243,6 @@ private slots:
                                             "DQ-Gi-3014\n\nThe transaction was not committed. You "
                                             "can try again",
                                             "Nothing done: Nothing was done."}));
-        QCOMPARE(boxes->shown().at(0).flags, int(vbInformation));
         QCOMPARE(DumpAll(), before);
         // The rows marked before the failure are unmarked.
         QCOMPARE(Column(rows, GinCol::NConf), QStringList(4, QString()));

@@ -106,7 +106,6 @@ private slots:
 
         // By schedule date, then by item.
         OrderArray d = LoadOrderDetail(5);
-        QCOMPARE(Column(d, PODetailCol::RowID), QStringList({"3", "2", "1"}));
         QCOMPARE(Joined(d.rows, 2),
                  "2|RES-10K|Value 10|Resistor 10k|S-10|01/12/2026|-1|12|0|2.00|24.00|10");
         QCOMPARE(Column(d, PODetailCol::RowPrice), QStringList({"3.10", "24.00", "0.3125"}));
@@ -266,8 +265,6 @@ private slots:
         boxes->answer(vbYes);
         QCOMPARE(DeleteOrder(6), DeleteOutcome::Deleted);
         QCOMPARE(SqlFirst("SELECT group_concat(POID) FROM tblPOrders"), "5,7");
-        QCOMPARE(ItemField(10, "OnOrderQty"), "0");
-        QCOMPARE(ItemField(12, "OnOrderQty"), "6");
         QCOMPARE(OnOrderMismatches(), "0");
         QVERIFY(boxes->allAnswersUsed());
     }

@@ -72,7 +72,6 @@ private slots:
         // In the order of entry; "**" cut; quantities by the mask; no date and a date of 1999
         // blank; any flag but 0 ticked; the supplier's price and number.
         const BasketLoad a = LoadBasket(1);
-        QCOMPARE(a.rowCount, 3);
         QCOMPARE(Joined(a.rows, 1),
                  "CAP-1U|Value 11|Capacitor 1u|1.5|1|24/12/2026|true|1|11|0.50|A-11");
         QCOMPARE(Joined(a.rows, 2), "RES-10K|Value 10|Resistor 10k|12|1||false|2|10|2.00|A-10");
@@ -84,8 +83,7 @@ private slots:
 
         // The selected entry: the supplier's id goes to the global; no selection says so, and so
         // does an empty address book.
-        QCOMPARE(RefreshCurrentBasket(1, {1, 2})->rowCount, 3);
-        QCOMPARE(gBasketSupplierID, 2);
+        QVERIFY(RefreshCurrentBasket(1, {1, 2})->rowCount == 3 && gBasketSupplierID == 2);
         boxes->answer(vbOK);
         QVERIFY(!RefreshCurrentBasket(-1, {1, 2}));
         ExecSql("DELETE FROM tblSupAddresses");
@@ -145,9 +143,8 @@ private slots:
     void supplierParts() {
         Item(14, "R%X");
         Item(15, "**RELAY");
-        ExecSql(
-            "INSERT INTO tblItemSupplier (ItemID, SupplierID, SupplierPNo, MinOrQty, PriceEach, "
-            "PrimeSupplier) VALUES (14, 1, 'A-14', 1, 2, 0), (15, 1, 'A-15', 1, 2, 0)");
+        Link(14, 1, "2", "A-14");
+        Link(15, 1, "2", "A-15");
         // By part number; a left-anchored match on the stored part number, "%" matched as itself.
         const BasketLoad all = ShowSupplierParts(1, QString());
         QCOMPARE(Column(all, PartCol::PartNo),
@@ -264,8 +261,7 @@ private slots:
                 "full'); END");
         boxes->answer(vbOK);
         OrderNowResult r = PlacePurchaseOrder(InputFor(load, 1, "0001"));
-        QCOMPARE(r.outcome, OrderNowResult::WriteFailed);
-        QCOMPARE(r.poidText, "0001");
+        QVERIFY(r.outcome == OrderNowResult::WriteFailed && r.poidText == "0001");
         QCOMPARE(Said(*boxes), QStringList("DB Write Error: There was a error while saving the "
                                            "purchase order details."));
         QCOMPARE(Counts(), "003");

@@ -130,17 +130,15 @@ private slots:
                          "End of Purchase Order. Number of pages: 1      Total Order "
                          "Value:"}));
 
-        // Marks and fonts: the company, the title and the address blocks, a head, the second
-        // block's lines, the order value and the foot.
+        // Marks and fonts: the title and an address block, the second block's lines, the order
+        // value and the foot.
         const char* foot = "End of Purchase Order. Number of pages: 1      Total Order Value:";
         QStringList marks;
-        for (const char* t :
-             {"Quill Parts Ltd", "Purchase Order", "To:", "Ship To:", "Item", "2", "IND-5M", "1.10",
-              "3", "3.30", "Inductor", "01/12/2026", "7.4875", foot})
+        for (const char* t : {"Purchase Order", "Ship To:", "2", "IND-5M", "1.10", "3", "3.30",
+                              "Inductor", "7.4875", foot})
             marks << Mark(*printer, t);
-        QCOMPARE(marks, QStringList({"595 16 b", "6548 16 b", "1191 14 b i", "6548 14 b i",
-                                     "595 8 b", "595 8", "1191 10", "5953 8", "7441 8", "9882 8",
-                                     "1191 8", "5953 8", "9882 8 b", "1786 8 b"}));
+        QCOMPARE(marks, QStringList({"6548 16 b", "6548 14 b i", "595 8", "1191 10", "5953 8",
+                                     "7441 8", "9882 8", "1191 8", "9882 8 b", "1786 8 b"}));
         // The lines: the title block from TopY, the two address blocks side by side, a block's
         // lines apart by their height and a gap, the foot on one line.
         QCOMPARE(Find(*printer, "Purchase Order").y, kTopY);
@@ -173,8 +171,7 @@ private slots:
             sheets << blocks.first() + '-' + blocks.last();
         }
         QCOMPARE(sheets, QStringList({"1-9", "10-24", "25-39"}));
-        const QList<PrintCall> calls = printer->Calls();
-        for (const PrintCall& c : calls)
+        for (const PrintCall& c : printer->Calls())
             QVERIFY2(c.kind != PrintCall::Text || c.y + kLine8 < 16838, qPrintable(c.text));
 
         // A sheet's end says where it goes on; the next starts with the short header.
