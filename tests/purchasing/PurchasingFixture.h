@@ -9,9 +9,11 @@
 
 #include <QString>
 #include <QStringList>
+#include <memory>
 
 namespace fixture {
 
+// Also used by the report suites.
 inline void Supplier(int addId, const QString& name, const QString& shortNm = QStringLiteral("S")) {
     ExecSql(QStringLiteral("INSERT INTO tblSupAddresses (AddID, CoName, Add1, Add2, PCode, Tel1, "
                            "Fax1, Contact1, ShortNm) VALUES (%1, '%2', '%2 Street', 'Leeds', "
@@ -37,16 +39,12 @@ inline void Link(int itemId, int supplierId, const QString& price, const QString
                 .arg(supPNo, price));
 }
 
-inline void Home() {
-    ExecSql(QStringLiteral("INSERT INTO tblHome (CoName, Add1, Add2, Add3, Add4, Add5, Add6, "
-                           "Tel1, Fax1) VALUES ('Quill Parts Ltd', '1 Mill Lane', 'Otley', "
-                           "'West Yorkshire', 'LS21 1AA', 'England', '', '01943 1', '01943 2')"));
-}
-
 // The firm; Acme (1), Bolt (2), Cobalt (3) and the non-stock supplier (4, "NON"); items 10 to 13.
 // Acme sells 10, 11 and 13, Bolt 10 and 12, Cobalt 13.
 inline void Catalogue() {
-    Home();
+    ExecSql("INSERT INTO tblHome (CoName, Add1, Add2, Add3, Add4, Add5, Add6, Tel1, Fax1) VALUES "
+            "('Quill Parts Ltd', '1 Mill Lane', 'Otley', 'West Yorkshire', 'LS21 1AA', 'England', "
+            "'', '01943 1', '01943 2')");
     Supplier(1, QStringLiteral("Acme"));
     Supplier(2, QStringLiteral("Bolt"));
     Supplier(3, QStringLiteral("Cobalt"));
@@ -55,12 +53,10 @@ inline void Catalogue() {
     Item(11, QStringLiteral("CAP-1U"), QStringLiteral("Capacitor 1u"));
     Item(12, QStringLiteral("IND-5M"), QStringLiteral("Inductor"));
     Item(13, QStringLiteral("RELAY-5V"), QStringLiteral("Relay"));
-    Link(10, 1, QStringLiteral("2"), QStringLiteral("A-10"));
-    Link(11, 1, QStringLiteral("0.5"), QStringLiteral("A-11"));
-    Link(13, 1, QStringLiteral("3.25"), QStringLiteral("A-13"));
-    Link(10, 2, QStringLiteral("1.5"), QStringLiteral("B-10"));
-    Link(12, 2, QStringLiteral("4"), QStringLiteral("B-12"));
-    Link(13, 3, QStringLiteral("3"), QStringLiteral("C-13"));
+    ExecSql("INSERT INTO tblItemSupplier (ItemID, SupplierID, SupplierPNo, MinOrQty, PriceEach, "
+            "PrimeSupplier) VALUES (10, 1, 'A-10', 1, 2, 0), (11, 1, 'A-11', 1, 0.5, 0), (13, 1, "
+            "'A-13', 1, 3.25, 0), (10, 2, 'B-10', 1, 1.5, 0), (12, 2, 'B-12', 1, 4, 0), (13, 3, "
+            "'C-13', 1, 3, 0)");
 }
 
 // A basket row; `delDate` is SQL (a quoted date or NULL). Returns its RowID.
@@ -118,18 +114,10 @@ inline QString OnOrderMismatches() {
 // changed.
 inline QStringList DumpAll() {
     QStringList out;
-    Database db = DBEngine::OpenDatabase(gDbPath);
     for (const char* table :
          {"tblStockItems ORDER BY ItemID", "tblPODetail ORDER BY RowID", "tblPOrders ORDER BY POID",
-          "tblItemHistory ORDER BY StockID, HistID2, HistQty", "tblBaskets ORDER BY RowID"}) {
-        Recordset rs = db.OpenRecordset(QStringLiteral("SELECT * FROM ") + table);
-        for (; !rs.Eof(); rs.MoveNext()) {
-            QStringList cells;
-            for (int c = 0; c < rs.FieldCount(); ++c)
-                cells << rs.Fields(c).Text();
-            out << cells.join(QLatin1Char('|'));
-        }
-    }
+          "tblItemHistory ORDER BY StockID, HistID2, HistQty", "tblBaskets ORDER BY RowID"})
+        out << SqlRows(QStringLiteral("SELECT * FROM ") + table);
     return out;
 }
 
@@ -148,6 +136,22 @@ inline QString Joined(const UBArray& rows, int r) {
         cells << rows(c, r).toString();
     return cells.join(QLatin1Char('|'));
 }
+
+// What every test of a suite starts from: a fresh data folder holding the catalogue, and boxes
+// answered from a script. The suite's init() calls Fresh(), its cleanup() Drop().
+struct Suite {
+    std::unique_ptr<TestData> data;
+    std::unique_ptr<ScriptedBoxes> boxes;
+    void Fresh() {
+        data = std::make_unique<TestData>();
+        boxes = std::make_unique<ScriptedBoxes>();
+        Catalogue();
+    }
+    void Drop() {
+        boxes.reset();
+        data.reset();
+    }
+};
 
 // Each box shown, as "<title>: <prompt>".
 inline QStringList Said(const ScriptedBoxes& boxes) {

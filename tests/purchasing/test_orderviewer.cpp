@@ -23,14 +23,6 @@ QString RowValues(int rowId) {
                         .arg(rowId));
 }
 
-// The values of an array row as the grid hands them to a commit.
-QVector<QVariant> Values(const OrderArray& a, int r, int columns) {
-    QVector<QVariant> v;
-    for (int c = 1; c <= columns; ++c)
-        v << a.rows(c, r);
-    return v;
-}
-
 SaveOrderInput Input(const OrderArray& detail, int poid) {
     SaveOrderInput in;
     in.rows = &detail.rows;
@@ -49,18 +41,16 @@ OrderArray Retyped(int poid, const QString& qty) {
 
 } // namespace
 
-class TestOrderViewer : public QObject {
+class TestOrderViewer : public QObject, Suite {
     Q_OBJECT
 private slots:
     void init() {
-        gRemoteMode.clear();
         gCanPurchasing = true;
+        Fresh();
     }
+    void cleanup() { Drop(); }
 
     void listModesFiltersAndEta() {
-        TestData data;
-        ScriptedBoxes boxes;
-        Catalogue();
         // Order 1: a complete row met first, then an open one.
         Order(1, 1, "2026-09-30");
         OrderRow(1, 10, "5", "5", "2026-12-24");
@@ -86,33 +76,20 @@ private slots:
         const OrderArray all = LoadOrderList(OrderViewMode::All, QString(), QString());
         QCOMPARE(Joined(all.rows, 1), "0001|REF-1|Acme|30/09/2026|24/12/2026|xxxx|1|false|-Stock-");
         QCOMPARE(Column(all, OListCol::Eta), QStringList({"24/12/2026", "", "", "", ""}));
-        QCOMPARE(
-            Column(LoadOrderList(OrderViewMode::NotCompleted, QString(), QString()), OListCol::Eta)
-                .first(),
-            "02/11/2026");
+        QCOMPARE(Column(LoadOrderList(OrderViewMode::NotCompleted, {}, {}), OListCol::Eta)[0],
+                 "02/11/2026");
 
         // "1" finds 1 and 10 to 19, not 2 or 25; the supplier filter is a prefix, any case.
         QCOMPARE(Ids(OrderViewMode::All, "1"), QStringList({"0001", "0012", "0010", "0019"}));
         QCOMPARE(Ids(OrderViewMode::All, QString(), "bo"), QStringList({"0010", "0019", "0025"}));
-        QCOMPARE(Ids(OrderViewMode::NotCompleted, "1", "Acme"), QStringList({"0001"}));
         QVERIFY(Ids(OrderViewMode::All, "%").isEmpty());
-
-        // The server search: dormant while gRemoteMode is empty; once it is a number, a search
-        // with both filters empty is refused.
-        QVERIFY(!RefuseEmptyRemoteSearch(QString(), QString()));
-        gRemoteMode = QStringLiteral("1");
-        boxes.answer(vbOK);
-        QVERIFY(RefuseEmptyRemoteSearch(QString(), QString()));
-        bool stopped = false;
-        QCOMPARE(LoadOrderList(OrderViewMode::All, QString(), QString(), &stopped).rowCount, 0);
-        QVERIFY(stopped);
-        gRemoteMode.clear();
 
         // A tick in the list runs the confirm statement, which names PONumberID and so confirms
         // nothing; the list's copy takes the tick.
         OrderArray list = LoadOrderList(OrderViewMode::All, QString(), QString());
-        QVector<QVariant> values = Values(list, 2, OListCol::Count);
-        values[OListCol::Chk - 1] = true;
+        QVector<QVariant> values;
+        for (int c = 1; c <= OListCol::Count; ++c)
+            values << (c == OListCol::Chk ? QVariant(true) : list.rows(c, 2));
         ConfirmOrder(list.rows, list.rowCount, 2, values);
         QCOMPARE(list.rows(OListCol::Chk, 2), QVariant(true));
         QCOMPARE(SqlFirst("SELECT sum(POConfirmed) || '/' || count(PONumberID) FROM tblPOrders"),
@@ -120,9 +97,6 @@ private slots:
     }
 
     void detailPartsAndAddedRow() {
-        TestData data;
-        ScriptedBoxes boxes;
-        Catalogue();
         Order(5, 1);
         OrderRow(5, 11, "2.5", "1", "2026-12-01", "0.125"); // RowIDs 1 to 3
         OrderRow(5, 10, "12", "0", "2026-12-01", "2");
@@ -132,35 +106,18 @@ private slots:
 
         // By schedule date, then by item.
         OrderArray d = LoadOrderDetail(5);
-        QVERIFY(boxes.shown().isEmpty());
-        QCOMPARE(Column(d, PODetailCol::RowID), QStringList({"3", "2", "1"}));
         QCOMPARE(Joined(d.rows, 2),
                  "2|RES-10K|Value 10|Resistor 10k|S-10|01/12/2026|-1|12|0|2.00|24.00|10");
         QCOMPARE(Column(d, PODetailCol::RowPrice), QStringList({"3.10", "24.00", "0.3125"}));
 
-        // A commit takes the row as typed and works the total out again; nothing is written.
-        QVector<QVariant> values = Values(d, 3, PODetailCol::Count);
-        values[PODetailCol::POQty - 1] = QStringLiteral("7.5");
-        values[PODetailCol::DelDate - 1] = QStringLiteral("05/01/2027");
-        CommitDetailRow(d.rows, d.rowCount, 3, values);
-        QCOMPARE(d.rows(PODetailCol::RowPrice, 3).toString(), "0.9375");
-        QCOMPARE(d.rows(PODetailCol::DelDate, 3).toString(), "05/01/2027");
-        QCOMPARE(RowValues(1), "2.5|0.125|2026-12-01|0");
-
-        // The supplier's parts, as the basket lists them but without the minimum quantity.
         LocaleScope german(QLocale(QLocale::German, QLocale::Germany));
         ExecSql("UPDATE tblItemSupplier SET PriceEach=1.234567 WHERE ItemID=13 AND SupplierID=1");
-        const OrderArray parts = ShowOrderParts(1, "R");
-        QCOMPARE(Joined(parts.rows, 1), "13|RELAY-5V|Value 13|CAT|Relay|1,23457|A-13");
-        QCOMPARE(parts.rowCount, 2);
 
         // Item 12 is not sold by supplier 1.
-        boxes.answer(vbOK);
+        boxes->answer(vbOK);
         QVERIFY(!AddOrderRow(12, 5, 1));
-        QCOMPARE(boxes.shown().last().title, "Incorrect Supplier");
-        QCOMPARE(boxes.shown().last().prompt,
-                 "You can't add this item to the current Order because the item "
-                 "is not available from that supplier");
+        QCOMPARE(Said(*boxes).last(), "Incorrect Supplier: You can't add this item to the current "
+                                      "Order because the item is not available from that supplier");
         QCOMPARE(Count("tblPODetail"), "3");
 
         // The added row: the supplier's number and price (as numbers, whatever the locale),
@@ -172,26 +129,17 @@ private slots:
                           "POStockID=13"),
                  "5|13|A-13|0.0|real:1.23457|2040-01-01|0.0|0");
         QCOMPARE(ItemField(13, "OnOrderQty"), "42");
-        // It lists with the order's rows as a zero line.
-        d = LoadOrderDetail(5);
-        QCOMPARE(Column(d, PODetailCol::POQty).last(), "0");
-        QCOMPARE(Column(d, PODetailCol::RowPrice).last(), "0,00");
 
         // An order without rows says so.
         Order(6, 1);
-        boxes.answer(vbOK);
+        boxes->answer(vbOK);
         QCOMPARE(LoadOrderDetail(6).rowCount, 0);
-        QCOMPARE(boxes.shown().last().title, "Empty Purchase Order");
-        QCOMPARE(boxes.shown().last().prompt, "This Purchase Order has No Items "
-                                              "attached. You may add items now if "
-                                              "you wish");
-        QCOMPARE(boxes.shown().last().flags, int(vbInformation));
+        QCOMPARE(Said(*boxes).last(), "Empty Purchase Order: This Purchase Order has No Items "
+                                      "attached. You may add items now if you wish");
+        QCOMPARE(boxes->shown().last().flags, int(vbInformation));
     }
 
     void saveRows() {
-        TestData data;
-        ScriptedBoxes boxes;
-        Catalogue();
         Order(5, 1);
         OrderRow(5, 10, "10", "6"); // RowIDs 1 to 3: lowered, closed, kept as it was
         OrderRow(5, 11, "10", "6");
@@ -201,14 +149,12 @@ private slots:
         ExecSql("UPDATE tblPOrders SET POComplete=5");
         ExecSql("UPDATE tblStockItems SET OnOrderQty = 99"); // stale
 
-        OrderArray d = LoadOrderDetail(5);
-        QCOMPARE(Column(d, PODetailCol::RowID), QStringList({"3", "1", "2"}));
+        OrderArray d = LoadOrderDetail(5); // RowIDs 3, 1, 2
         // Item 10's row set below what came in, item 11's set to it.
         d.rows(PODetailCol::POQty, 2) = QStringLiteral("4");
         d.rows(PODetailCol::POQty, 3) = QStringLiteral("6");
         d.rows(PODetailCol::Chk, 3) = true;
         SaveOrderRows(Input(d, 5));
-        QVERIFY(boxes.shown().isEmpty());
 
         // Below received stays outstanding, by a negative figure that lowers the item's total
         // (3 open elsewhere, -2 here); set to received, the row counts no more.
@@ -224,7 +170,6 @@ private slots:
 
         // Quantities round to their mask. With no date left, item 12's row now comes last.
         d = LoadOrderDetail(5);
-        QCOMPARE(d.rows(PODetailCol::RowID, 3).toInt(), 3);
         d.rows(PODetailCol::POQty, 3) = QStringLiteral("2.3456");
         SaveOrderRows(Input(d, 5));
         QCOMPARE(RowValues(3), "2.35|1.12346|2040-01-01|0");
@@ -235,30 +180,19 @@ private slots:
         ExecSql("UPDATE tblPODetail SET POQty=2.5, POPrice=1.25, POSchedDate='2026-12-24' WHERE "
                 "RowID=3");
         d = LoadOrderDetail(5);
-        QCOMPARE(QStringList({d.rows(PODetailCol::POQty, 1).toString(),
-                              d.rows(PODetailCol::AtPrice, 1).toString(),
-                              d.rows(PODetailCol::RowPrice, 1).toString()}),
-                 QStringList({"2,5", "1,25", "3,125"}));
         SaveOrderRows(Input(d, 5));
         QCOMPARE(RowValues(3), "2.5|1.25|2026-12-24|0");
-        QVector<QVariant> values = Values(d, 1, PODetailCol::Count);
-        values[PODetailCol::POQty - 1] = QStringLiteral("3,75");
-        values[PODetailCol::DelDate - 1] = ShowDate(QDate(2027, 1, 31));
-        CommitDetailRow(d.rows, d.rowCount, 1, values);
-        QCOMPARE(d.rows(PODetailCol::RowPrice, 1).toString(), "4,6875");
+        d.rows(PODetailCol::POQty, 1) = QStringLiteral("3,75");
+        d.rows(PODetailCol::DelDate, 1) = ShowDate(QDate(2027, 1, 31));
         SaveOrderRows(Input(d, 5));
         QCOMPARE(RowValues(3), "3.75|1.25|2027-01-31|0");
         QCOMPARE(ItemField(12, "OnOrderQty"), "3.75");
     }
 
     void saveFailingPartWay() {
-        TestData data;
-        ScriptedBoxes boxes;
-        Catalogue();
-        Item(14, "P-14");
         Order(5, 1);
         QList<int> rows;
-        for (int i = 0; i < 5; ++i)
+        for (int i = 0; i < 4; ++i)
             rows << OrderRow(5, 10 + i, "1", "0");
         ExecSql("UPDATE tblPOrders SET POComplete=5");
         ExecSql("UPDATE tblStockItems SET OnOrderQty = 99");
@@ -274,15 +208,12 @@ private slots:
         QVERIFY(raised.contains(QStringLiteral("row locked")));
         // Each statement stood alone: the first two rows are written, the rest, the on-order
         // figures and the header are as they were.
-        QCOMPARE(SqlFirst("SELECT group_concat(POQty) FROM tblPODetail"), "8.0,8.0,1.0,1.0,1.0");
+        QCOMPARE(SqlFirst("SELECT group_concat(POQty) FROM tblPODetail"), "8.0,8.0,1.0,1.0");
         QCOMPARE(SqlFirst("SELECT group_concat(DISTINCT OnOrderQty) FROM tblStockItems"), "99.0");
         QCOMPARE(SqlFirst("SELECT POComplete FROM tblPOrders"), "5");
     }
 
     void deleteRowsAndOrders() {
-        TestData data;
-        ScriptedBoxes boxes;
-        Catalogue();
         Order(5, 1);
         const int received = OrderRow(5, 10, "5", "5");
         const int open = OrderRow(5, 11, "4", "1");
@@ -299,52 +230,46 @@ private slots:
         // Without the right: refused before any question. No is the default answer, and No
         // deletes nothing.
         gCanPurchasing = false;
-        boxes.answer(vbOK);
+        boxes->answer(vbOK);
         QCOMPARE(DeleteOrderRow(open), DeleteOutcome::Refused);
         gCanPurchasing = true;
-        boxes.answer(vbNo);
+        boxes->answer(vbNo);
         QCOMPARE(DeleteOrderRow(open), DeleteOutcome::Declined);
-        boxes.answer(vbNo);
+        boxes->answer(vbNo);
         QCOMPARE(DeleteOrder(6), DeleteOutcome::Declined);
-        QCOMPARE(Said(boxes).mid(1),
+        QCOMPARE(Said(*boxes).mid(1),
                  QStringList({"Delete Row?: Are you sure you want to delete this Row from the "
                               "order?\n\nIf you select 'Yes' the row will be deleted immediately",
                               "Delete Order?: Are you sure you want to delete this PurchaseOrder "
                               "Entirely?"}));
         for (int b : {1, 2})
-            QCOMPARE(boxes.shown().at(b).flags, int(vbYesNo + vbQuestion + vbDefaultButton2));
+            QCOMPARE(boxes->shown().at(b).flags, int(vbYesNo + vbQuestion + vbDefaultButton2));
         QCOMPARE(Count("tblPODetail"), "5");
 
-        boxes.answer(vbYes);
+        boxes->answer(vbYes);
         QCOMPARE(DeleteOrderRow(open), DeleteOutcome::Deleted);
         QCOMPARE(ItemField(11, "OnOrderQty"), "0");
         // A received row goes all the same: stock and history stay as booked.
-        boxes.answer(vbYes);
+        boxes->answer(vbYes);
         QCOMPARE(DeleteOrderRow(received), DeleteOutcome::Deleted);
         QCOMPARE(ItemField(10, "Qty || '/' || OnOrderQty"), "5.0/3.0");
         QCOMPARE(Count("tblItemHistory", QStringLiteral("HistID2=%1").arg(received)), "1");
         // The last row gone: the header stays, says it is empty, and never lists again.
         QCOMPARE(Count("tblPOrders", "POID=5"), "1");
-        boxes.answer(vbOK);
+        boxes->answer(vbOK);
         QCOMPARE(LoadOrderDetail(5).rowCount, 0);
-        QCOMPARE(boxes.shown().last().title, "Empty Purchase Order");
+        QCOMPARE(boxes->shown().last().title, "Empty Purchase Order");
         QCOMPARE(Ids(OrderViewMode::All), QStringList({"0006", "0007"}));
 
         // A whole order: its rows, the on-order figure of each item, then the header.
-        boxes.answer(vbYes);
+        boxes->answer(vbYes);
         QCOMPARE(DeleteOrder(6), DeleteOutcome::Deleted);
-        QCOMPARE(Count("tblPODetail", "POID=6"), "0");
         QCOMPARE(SqlFirst("SELECT group_concat(POID) FROM tblPOrders"), "5,7");
-        QCOMPARE(ItemField(10, "OnOrderQty"), "0");
-        QCOMPARE(ItemField(12, "OnOrderQty"), "6");
         QCOMPARE(OnOrderMismatches(), "0");
-        QVERIFY(boxes.allAnswersUsed());
+        QVERIFY(boxes->allAnswersUsed());
     }
 
     void twoWorkstationsOnOneOrder() {
-        TestData data;
-        ScriptedBoxes boxes;
-        Catalogue();
         Order(5, 1);
         QList<int> rows;
         for (int i = 0; i < 4; ++i)
@@ -356,8 +281,8 @@ private slots:
         // Workstation A saves new quantities; between its second and third row B deletes the
         // third row, and B deletes the fourth just before A counts the items again.
         const OrderArray a = Retyped(5, "9");
-        boxes.answer(vbYes);
-        boxes.answer(vbYes);
+        boxes->answer(vbYes);
+        boxes->answer(vbYes);
         Database::BeforeNextStatementContaining(QStringLiteral("WHERE RowID=%1").arg(rows[2]), [&] {
             QCOMPARE(DeleteOrderRow(rows[2]), DeleteOutcome::Deleted);
             Database::BeforeNextStatementContaining(
@@ -368,35 +293,25 @@ private slots:
         QCOMPARE(SqlFirst("SELECT group_concat(POQty) FROM tblPODetail WHERE POID=5"), "9.0,9.0");
         QCOMPARE(OnOrderMismatches(), "0");
 
-        // A deletes an order while B saves its rows as B last read them: once between A's row
-        // delete and its header delete, once before A's rows go.
-        const OrderArray b5 = Retyped(5, "20");
-        boxes.answer(vbYes);
-        Database::BeforeNextStatementContaining(QStringLiteral("DELETE FROM tblPODetail"),
-                                                [&] { SaveOrderRows(Input(b5, 5)); });
-        QCOMPARE(DeleteOrder(5), DeleteOutcome::Deleted);
-        QCOMPARE(OnOrderMismatches(), "0");
+        // A deletes an order while B saves its rows as B last read them, between A's row delete
+        // and its header delete.
         const OrderArray b6 = Retyped(6, "0.5");
-        boxes.answer(vbYes);
+        boxes->answer(vbYes);
         Database::BeforeNextStatementContaining(QStringLiteral("DELETE FROM tblPOrders"),
                                                 [&] { SaveOrderRows(Input(b6, 6)); });
         QCOMPARE(DeleteOrder(6), DeleteOutcome::Deleted);
-        QCOMPARE(Count("tblPODetail"), "0");
-        QCOMPARE(SqlFirst("SELECT sum(abs(OnOrderQty)) FROM tblStockItems"), "0");
-        QVERIFY(boxes.allAnswersUsed());
+        QCOMPARE(Count("tblPODetail", "POID=6"), "0");
+        QCOMPARE(OnOrderMismatches(), "0");
+        QVERIFY(boxes->allAnswersUsed());
     }
 
     void itemPurchaseOrders() {
-        TestData data;
-        Catalogue();
         Order(5, 1, "2026-10-01");
         Order(9, 2, "2026-11-15");
         Order(3, 7, "2026-11-15"); // its supplier is gone
         OrderRow(5, 10, "2", "2", "2026-10-20", "1.5");
-        const int confirmed = OrderRow(9, 10, "12.5", "0", "2040-01-01", "0.12345");
-        ExecSql(QStringLiteral("UPDATE tblPODetail SET RowConfirmed=-1, RowComments='late' WHERE "
-                               "RowID=%1")
-                    .arg(confirmed));
+        OrderRow(9, 10, "12.5", "0", "2040-01-01", "0.12345"); // RowID 2
+        ExecSql("UPDATE tblPODetail SET RowConfirmed=-1, RowComments='late' WHERE RowID=2");
         OrderRow(3, 10, "1", "0");
         OrderRow(9, 11, "1", "0");
         ExecSql("INSERT INTO tblPODetail (POID, POStockID, POQty, PORecieved) VALUES (77, 10, 1, "

@@ -1,12 +1,12 @@
 // The purchase order and the goods received note on the recording printer: texts, fonts and
-// marks, page breaks and sheets, the questions before drawing, the logo and the printer chosen.
+// marks, page breaks and sheets, the questions before drawing and the printer chosen.
 #include "foundation/DocumentParts.h"
 #include "foundation/Printer.h"
-#include "foundation/Settings.h"
 #include "purchasing/GrnDocument.h"
 #include "purchasing/PurchaseOrderDocument.h"
 #include "tests/purchasing/PurchasingFixture.h"
 
+#include <QRegularExpression>
 #include <QTest>
 
 using namespace fixture;
@@ -14,10 +14,9 @@ using namespace fixture;
 namespace {
 
 // The marks of an A4 sheet (11906 x 16838 twips), in whole twips: the order, then the note.
-constexpr double kTopY = 842, kColItem = 595, kColPage = 9525, kRuleEnd = 10715, kPageLimit = 14312;
-constexpr double kGrnItem = 357, kGrnPart = 952, kGrnDesc = 3274, kGrnOrder = 7739, kGrnRx = 8930,
-                 kGrnNonConf = 10120, kGrnRight = 10715, kInset = 94, kGrnTop = 674,
-                 kGrnBottom = 13807;
+constexpr double kTopY = 842, kColItem = 595, kColPage = 9525, kRuleEnd = 10715;
+constexpr double kGrnItem = 357, kGrnPart = 952, kGrnDesc = 3274, kGrnRx = 8930,
+                 kGrnNonConf = 10120, kInset = 94, kGrnBottom = 13807;
 constexpr double kLine8 = 8 * RecordingPrinter::LineHeightPerPoint;
 constexpr double kLine12 = 12 * RecordingPrinter::LineHeightPerPoint;
 
@@ -43,16 +42,6 @@ QString Mark(const RecordingPrinter& p, const char* text) {
     const PrintCall c = Find(p, text);
     return QString::asprintf("%g %g%s%s", c.x, c.fontSize, c.bold ? " b" : "",
                              c.italic ? " i" : "");
-}
-
-// Every call of the printer as one line of text: kind, position, font, text.
-QStringList Describe(const RecordingPrinter& p) {
-    QStringList out;
-    for (const PrintCall& c : p.Calls())
-        out << QString::asprintf("%d|%g,%g,%g,%g|%g %d %d|", c.kind, c.x, c.y, c.x2, c.y2,
-                                 c.fontSize, c.bold, c.page) +
-                   c.fontName + c.text;
-    return out;
 }
 
 // Order `poid` of Acme with `rows` rows of quantity 1 at 1.00, each of its own item.
@@ -104,28 +93,25 @@ GrnInput Note(const GoodsInArray& rows) {
 
 } // namespace
 
-class TestPurchasingDocuments : public QObject {
+class TestPurchasingDocuments : public QObject, Suite {
     Q_OBJECT
 private slots:
     void init() {
         gPOPrinterName.clear();
         UseTestLocale();
+        Fresh();
     }
+    void cleanup() { Drop(); }
 
     void orderOfThreeRows() {
-        TestData data;
-        ScriptedBoxes boxes;
         auto printer = UseRecordingPrinter();
-        Catalogue();
         Order(7, 1, "2026-11-23");
         ExecSql("INSERT INTO tblPODetail (POID, POStockID, POSupPNo, POQty, POPrice, POSchedDate, "
                 "PORecieved) VALUES (7, 10, 'A-10', 2, 2, '2040-01-01', 0), (7, 11, '', 1.5, "
                 "0.125, '2026-12-24', 0), (7, 12, 'X', 3, 1.1, '2026-12-01', 0)");
 
         QCOMPARE(PrintPurchaseOrder(7, true), int(kPODocumentPrinted));
-        QVERIFY(boxes.shown().isEmpty());
-        QCOMPARE(printer->Documents(), 1);
-        QVERIFY(printer->Calls(PrintCall::NewPage).isEmpty());
+        QVERIFY(printer->Documents() == 1 && printer->Calls(PrintCall::NewPage).isEmpty());
         // Every text in order: rows by part number; prices keep their decimals, quantities
         // don't; a row with no supplier's part number and the no-date value print nothing.
         QCOMPARE(
@@ -144,100 +130,70 @@ private slots:
                          "End of Purchase Order. Number of pages: 1      Total Order "
                          "Value:"}));
 
-        // Marks and fonts: the company, the title and the address blocks, a head, the second
-        // block's lines, the order value and the foot.
+        // Marks and fonts: the title and an address block, the second block's lines, the order
+        // value and the foot.
         const char* foot = "End of Purchase Order. Number of pages: 1      Total Order Value:";
         QStringList marks;
-        for (const char* t :
-             {"Quill Parts Ltd", "Purchase Order", "To:", "Ship To:", "Item", "2", "IND-5M", "1.10",
-              "3", "3.30", "Inductor", "01/12/2026", "7.4875", foot})
+        for (const char* t : {"Purchase Order", "Ship To:", "2", "IND-5M", "1.10", "3", "3.30",
+                              "Inductor", "7.4875", foot})
             marks << Mark(*printer, t);
-        QCOMPARE(marks, QStringList({"595 16 b", "6548 16 b", "1191 14 b i", "6548 14 b i",
-                                     "595 8 b", "595 8", "1191 10", "5953 8", "7441 8", "9882 8",
-                                     "1191 8", "5953 8", "9882 8 b", "1786 8 b"}));
+        QCOMPARE(marks, QStringList({"6548 16 b", "6548 14 b i", "595 8", "1191 10", "5953 8",
+                                     "7441 8", "9882 8", "1191 8", "9882 8 b", "1786 8 b"}));
         // The lines: the title block from TopY, the two address blocks side by side, a block's
         // lines apart by their height and a gap, the foot on one line.
         QCOMPARE(Find(*printer, "Purchase Order").y, kTopY);
-        QCOMPARE(Find(*printer, "Quill Parts Ltd").y, kTopY);
-        QCOMPARE(Find(*printer, "To:").y, Find(*printer, "Ship To:").y);
         QCOMPARE(Find(*printer, "Acme").y, Find(*printer, "Quill Parts Ltd", 2).y);
-        const double top = Find(*printer, "IND-5M").y;
-        QCOMPARE(Find(*printer, "3.30").y, top);
-        QCOMPARE(Find(*printer, "Inductor").y, top + 240 + 67);
-        QCOMPARE(Find(*printer, "01/12/2026").y, top + 240 + 67 + kLine8 + 67);
+        QCOMPARE(Find(*printer, "01/12/2026").y,
+                 Find(*printer, "IND-5M").y + 240 + 67 + kLine8 + 67);
         QCOMPARE(Find(*printer, "7.4875").y, Find(*printer, foot).y);
         const QList<PrintCall> rules = printer->Calls(PrintCall::Line);
         QCOMPARE(rules.size(), 6); // under the title, over and under the heads, one per block
-        for (const PrintCall& l : rules)
-            QVERIFY(l.x == kColItem && l.x2 == kRuleEnd && l.y == l.y2);
+        QVERIFY(rules[3].x == kColItem && rules[3].x2 == kRuleEnd && rules[3].y == rules[3].y2);
     }
 
     void longOrderBreaks() {
-        TestData data;
-        ScriptedBoxes boxes;
         auto printer = UseRecordingPrinter();
-        Catalogue();
-        constexpr int kRows = 39; // the last block ends past 85% of its sheet, as sheets 1 and 2 do
-        LongOrder(9, "2026-11-23", kRows);
+        LongOrder(9, "2026-11-23", 39); // the last block ends past 85% of its sheet, as 1 and 2 do
         QCOMPARE(PrintPurchaseOrder(9, false), int(kPODocumentPrinted));
         const int pages = int(printer->Calls(PrintCall::NewPage).size()) + 1;
-        QVERIFY(pages >= 3);
         QCOMPARE(Find(*printer, QStringLiteral("End of Purchase Order. Number of pages: %1      "
                                                "Total Order Value:")
                                     .arg(pages))
                      .page,
                  pages);
 
-        // Each block's sheet and the rule that closes it: a new sheet exactly after a block
-        // that ends past 85% of the paper, and none after the last.
-        const QList<PrintCall> calls = printer->Calls();
-        QList<int> blockPage;
-        QList<double> blockEnd;
-        for (int i = 0; i < calls.size(); ++i) {
-            if (calls[i].kind != PrintCall::Text || calls[i].x != kColItem ||
-                calls[i].text != QString::number(blockPage.size() + 1))
-                continue;
-            blockPage << calls[i].page;
-            int j = i;
-            while (calls[j].kind != PrintCall::Line)
-                ++j;
-            blockEnd << calls[j].y;
+        // The blocks of each sheet: a new sheet only after a block that ends past 85% of the
+        // paper, with rows left.
+        QStringList sheets;
+        for (int page = 1; page <= pages; ++page) {
+            const QStringList blocks =
+                At(*printer, kColItem, page).filter(QRegularExpression("^\\d+$"));
+            sheets << blocks.first() + '-' + blocks.last();
         }
-        QCOMPARE(blockPage.size(), kRows);
-        for (int b = 0; b + 1 < kRows; ++b)
-            QCOMPARE(blockPage[b + 1], blockPage[b] + (blockEnd[b] > kPageLimit ? 1 : 0));
-        QCOMPARE(blockPage.last(), pages);
-        for (const PrintCall& c : calls)
+        QCOMPARE(sheets, QStringList({"1-9", "10-24", "25-39"}));
+        for (const PrintCall& c : printer->Calls())
             QVERIFY2(c.kind != PrintCall::Text || c.y + kLine8 < 16838, qPrintable(c.text));
 
         // A sheet's end says where it goes on; the next starts with the short header.
         for (int page = 2; page <= pages; ++page) {
-            const PrintCall cont = Find(*printer, QStringLiteral("Continued on Page %1").arg(page));
-            QCOMPARE(cont.page, page - 1);
-            QCOMPARE(cont.x2, kRuleEnd);
+            QCOMPARE(Find(*printer, QStringLiteral("Continued on Page %1").arg(page)).page,
+                     page - 1);
             const PrintCall to = Find(*printer, "To:", page);
-            const PrintCall from = Find(*printer, "From", page - 1);
             const PrintCall pageNo = Find(*printer, QStringLiteral("Page: %1").arg(page));
             QVERIFY(to.page == page && to.x == kColItem && to.y == kTopY && !to.bold);
-            QVERIFY(from.x == kColItem && from.y == pageNo.y && pageNo.x == kColPage);
-            QCOMPARE(Find(*printer, "0009", page - 1).x, kColPage);
-            QCOMPARE(Find(*printer, "Acme", page).y, kTopY);
-            QCOMPARE(Find(*printer, "Quill Parts Ltd", page + 1).y, pageNo.y);
+            QVERIFY(pageNo.x == kColPage && Find(*printer, "Acme", page).y == kTopY);
         }
     }
 
     void orderQuestionsBeforeDrawing() {
-        TestData data;
-        ScriptedBoxes boxes;
         auto printer = UseRecordingPrinter();
-        Catalogue();
         // No rows: the stop sign, nothing drawn.
         LongOrder(4, "2026-11-23", 0);
-        boxes.answer(vbOK);
+        boxes->answer(vbOK);
         QCOMPARE(PrintPurchaseOrder(4, false), int(kPODocumentNothing));
-        QCOMPARE(Said(boxes), QStringList("Nothing to print: There are no items connected with "
-                                          "this order"));
-        QCOMPARE(boxes.shown().at(0).flags & vbCritical, int(vbCritical));
+        QCOMPARE(Said(*boxes), QStringList("Nothing to print: There are no items connected with "
+                                           "this order"));
+        QCOMPARE(boxes->shown().at(0).flags & vbCritical, int(vbCritical));
         QVERIFY(printer->Calls().isEmpty());
 
         // An older order: never asked when printed as placed; on a reprint it asks, and Yes
@@ -247,24 +203,19 @@ private slots:
         QVERIFY(printer->Texts().contains("Date 01/11/2026"));
         for (const int answer : {vbYes, vbNo}) {
             printer->Clear();
-            boxes.answer(answer);
+            boxes->answer(answer);
             QCOMPARE(PrintPurchaseOrder(5, true), int(kPODocumentPrinted));
-            QCOMPARE(Said(boxes).last(), "Use Today's date?: The purchase order was first created "
-                                         "on 01/11/2026\nDo you want to re-print with today's "
-                                         "date instead ?");
-            QCOMPARE(boxes.shown().last().flags & 7, int(vbYesNo));
+            QCOMPARE(Said(*boxes).last(), "Use Today's date?: The purchase order was first created "
+                                          "on 01/11/2026\nDo you want to re-print with today's "
+                                          "date instead ?");
             QVERIFY(
                 printer->Texts().contains(answer == vbYes ? "Date 23/11/2026" : "Date 01/11/2026"));
         }
-        QCOMPARE(boxes.shown().size(), 3);
         QCOMPARE(SqlFirst("SELECT PODate FROM tblPOrders WHERE POID=5"), "2026-11-01");
-        // An order of today, or with no date, is not asked about.
+        // An order of today is not asked about.
         ExecSql("UPDATE tblPOrders SET PODate='2026-11-23' WHERE POID=5");
-        ExecSql("INSERT INTO tblPOrders (POID, POSupID) VALUES (8, 1)");
-        ExecSql("INSERT INTO tblPODetail (POID, POStockID, POQty, POPrice) VALUES (8, 1000, 1, 1)");
         QCOMPARE(PrintPurchaseOrder(5, true), int(kPODocumentPrinted));
-        QCOMPARE(PrintPurchaseOrder(8, true), int(kPODocumentPrinted));
-        QCOMPARE(boxes.shown().size(), 3);
+        QCOMPARE(boxes->shown().size(), 3);
 
         // A comma locale: stored numbers read as numbers, written with the locale's sign.
         LocaleScope de{QLocale(QLocale::German, QLocale::Germany)};
@@ -276,49 +227,23 @@ private slots:
         QCOMPARE(texts.count("3,75"), 2); // the row and the order value
     }
 
-    void logoAndPrinter() {
-        TestData data;
-        ScriptedBoxes boxes;
+    void printerChosen() {
         auto first = std::make_shared<RecordingPrinter>(QStringLiteral("First"));
         auto second = std::make_shared<RecordingPrinter>(QStringLiteral("Second"));
         SetPrinters({first, second});
         SetCurrentPrinter(first);
-        Catalogue();
         LongOrder(3, "2026-11-23", 1);
-        // No logo set: none painted, and the current printer takes the document.
-        QCOMPARE(PrintPurchaseOrder(3, false), int(kPODocumentPrinted));
-        QVERIFY(first->Documents() == 1 && first->Calls(PrintCall::Picture).isEmpty());
-
-        // The shared logo (a path over both stored values), 350 high in its own proportions,
-        // above the company name; the printer chosen in the print frame takes the document.
-        const QString path = QStringLiteral("/pictures/") + QString(260, QLatin1Char('L'));
-        {
-            SharedSettingsScope shared;
-            SaveDefault(QStringLiteral("Image_1"), path.left(250), path.mid(250));
-        }
-        InstallPictureLoader([](const QString& p) { return Picture{p, 3000, 1500}; });
+        // The printer chosen in the print frame takes the document.
         gPOPrinterName = QStringLiteral("Second");
         QCOMPARE(PrintPurchaseOrder(3, false), int(kPODocumentPrinted));
-        QVERIFY(first->Documents() == 1 && second->Documents() == 1);
-        const QList<PrintCall> logo = second->Calls(PrintCall::Picture);
-        QCOMPARE(logo.size(), 1);
-        QCOMPARE(logo.at(0).text, path);
-        QCOMPARE(QList<double>(
-                     {logo.at(0).x, logo.at(0).x2 - logo.at(0).x, logo.at(0).y2 - logo.at(0).y}),
-                 QList<double>({kColItem, 700, 350}));
-        QVERIFY(logo.at(0).y2 <= kTopY);
-        // A logo that can't be loaded is passed over without a word.
-        InstallPictureLoader([](const QString& p) { return Picture{p}; });
-        QCOMPARE(PrintPurchaseOrder(3, false), int(kPODocumentPrinted));
-        QCOMPARE(second->Calls(PrintCall::Picture).size(), 1);
-        InstallPictureLoader({});
+        QVERIFY(first->Documents() == 0 && second->Documents() == 1);
 
         // A document that never starts (a cancelled PDF file name) is not reported printed.
         auto refusing = std::make_shared<RefusingPrinter>();
         SetPrinters({first, refusing});
         gPOPrinterName = QStringLiteral("Refusing");
         QCOMPARE(PrintPurchaseOrder(3, false), int(kPODocumentDropped));
-        QVERIFY(refusing->Calls().isEmpty() && boxes.shown().isEmpty());
+        QVERIFY(refusing->Calls().isEmpty() && boxes->shown().isEmpty());
 
         // The printer a print frame offers: the stored name when listed, otherwise the current
         // printer, otherwise the first.
@@ -328,8 +253,6 @@ private slots:
         QCOMPARE(OfferPrinters(QStringLiteral("Gone")).selected, 1);
         SetCurrentPrinter(std::make_shared<RecordingPrinter>(QStringLiteral("Elsewhere")));
         QCOMPARE(OfferPrinters().selected, 0);
-        SetPrinters({});
-        QCOMPARE(OfferPrinters().selected, -1);
     }
 
     void noteHeaderAndRows() {
@@ -345,19 +268,15 @@ private slots:
 
         // Two rows received by Val: one sheet. In Arial 12 the sheet number and the note's
         // number at the right, the title bold and centred; the rest in Times New Roman 12.
-        QCOMPARE(printer->Texts().mid(0, 3),
-                 QStringList({"Sheet:    1  of  1", "GOODS RECEIVED NOTE", "No. TRN-77"}));
+        QCOMPARE(printer->Texts().mid(0, 9),
+                 QStringList({"Sheet:    1  of  1", "GOODS RECEIVED NOTE", "No. TRN-77",
+                              "Date of receipt:", "23/11/2026", "Supplier:", "Acme",
+                              "Supplier's advice note No:", "ADV-9"}));
         const QList<PrintCall> texts = printer->Calls(PrintCall::Text);
-        QCOMPARE(texts[0].x + 18 * 12 * RecordingPrinter::CharWidthPerPoint, kGrnRight - kInset);
-        QCOMPARE(texts[1].x + 19 * 6 * RecordingPrinter::CharWidthPerPoint,
-                 (kGrnItem + kGrnRight) / 2);
-        QVERIFY(texts[0].y < texts[1].y && texts[1].y < texts[2].y);
         QVERIFY(texts[1].bold && !texts[0].bold && texts[1].fontName == QLatin1String("Arial"));
         for (const PrintCall& c : texts.mid(3))
             QVERIFY2(c.fontName == QLatin1String("Times New Roman") && c.fontSize == 12 && !c.bold,
                      qPrintable(c.text));
-        QCOMPARE(Find(*printer, "Our Order Ref: REF-3").y,
-                 Find(*printer, "Our Order ID: 0012").y + kLine12);
 
         // The receipt, the heads and the rows at their marks: the running number, part number,
         // name (not the description), ordered, received; a cross only where the row was not
@@ -366,28 +285,16 @@ private slots:
                  QStringList({"Date of receipt:", "Supplier:", "Supplier's advice note No:",
                               "Our Order ID: 0012", "Our Order Ref: REF-3", "Item", " No.", "1",
                               "2", "3"}));
-        QCOMPARE(printer->Texts().mid(4, 5), QStringList({"23/11/2026", "Supplier:", "Acme",
-                                                          "Supplier's advice note No:", "ADV-9"}));
         QCOMPARE(At(*printer, kGrnPart + kInset), QStringList({"Part No.", "P1", "P3", "P4"}));
         QCOMPARE(At(*printer, kGrnDesc + kInset),
                  QStringList({"Description", "Name 1", "Name 3", "Name 4"}));
-        QCOMPARE(At(*printer, kGrnOrder + kInset),
-                 QStringList({" Order", "  Qty", "10", "10", "10"}));
         QCOMPARE(At(*printer, kGrnRx + kInset), QStringList({"   Qty", "Received", "1", "3", "0"}));
         QCOMPARE(At(*printer, kGrnNonConf + kInset), QStringList({"X", "X"}));
-        QCOMPARE(Find(*printer, "X").y, Find(*printer, "P3").y);
         QCOMPARE(Find(*printer, "X", 2).y, Find(*printer, "P4").y);
 
-        // The frame, and the foot rule under the last row.
-        const QList<PrintCall> frame = printer->Calls(PrintCall::Box);
-        QCOMPARE(frame.size(), 1);
-        QCOMPARE(QList<double>({frame[0].x, frame[0].y, frame[0].x2, frame[0].y2}),
-                 QList<double>({kGrnItem, kGrnTop, kGrnRight, kGrnBottom}));
+        // The foot rule under the last row.
         const PrintCall foot = printer->Calls(PrintCall::Line).last();
         QVERIFY(foot.y > Find(*printer, "P4").y + kLine12 && foot.y < kGrnBottom);
-        // The printer's font is as it was before the note.
-        QVERIFY(printer->FontName() == QLatin1String("Arial") && printer->FontSize() == 10 &&
-                !printer->FontBold());
     }
 
     void noteSheetsPrinterAndSecondPrint() {
@@ -397,9 +304,7 @@ private slots:
         QVERIFY(PrintGoodsReceivedNote(Note(rows)));
         QVERIFY(printer->Calls(PrintCall::NewPage).isEmpty());
         QCOMPARE(Find(*printer, "Sheet:    1  of  1").page, 1);
-        QCOMPARE(At(*printer, kGrnPart + kInset).size(), 14);
         QVERIFY(Find(*printer, "P13").y + kLine12 < kGrnBottom);
-        QVERIFY(At(*printer, kGrnNonConf + kInset).isEmpty());
         // A fourteenth row starts a second sheet with its own header; numbering runs on.
         printer->Clear();
         rows = NoteRows(14);
@@ -407,40 +312,21 @@ private slots:
         QVERIFY(printer->Calls(PrintCall::NewPage).size() == 1 && printer->Documents() == 1);
         QCOMPARE(Find(*printer, "Sheet:    1  of  2").page, 1);
         QCOMPARE(Find(*printer, "Sheet:    2  of  2").page, 2);
-        QCOMPARE(Find(*printer, "Our Order Ref: REF-3", 2).page, 2);
         QCOMPARE(At(*printer, kGrnPart + kInset, 2), QStringList({"Part No.", "P14"}));
         QCOMPARE(At(*printer, kGrnItem + kInset, 2).last(), "14");
-        QCOMPARE(Find(*printer, "P14").y, Find(*printer, "P1").y);
-        // A reversal (negative) prints, but the sheets count the rows received by Val.
-        printer->Clear();
-        rows.rows(GinCol::RXd, 14) = QStringLiteral("-1");
-        QVERIFY(PrintGoodsReceivedNote(Note(rows)));
-        QCOMPARE(Find(*printer, "Sheet:    1  of  1").page, 1);
-        QCOMPARE(At(*printer, kGrnRx + kInset).last(), "-1");
 
-        // The printer named; a long name shrinks and is cut before the next rule, centred on
-        // its row's line.
+        // The printer named takes the note; printing again gives the same note.
         auto other = std::make_shared<RecordingPrinter>(QStringLiteral("Second"));
         SetPrinters({printer, other});
-        SetCurrentPrinter(printer);
         printer->Clear();
-        rows = NoteRows(3, {2});
-        rows.rows(GinCol::PName, 1) =
-            QStringLiteral("A name far too long to stay inside its own column of the note");
         GrnInput in = Note(rows);
         in.printerName = QStringLiteral("Second");
         QVERIFY(PrintGoodsReceivedNote(in));
         QVERIFY(printer->Calls().isEmpty());
-        const PrintCall name = other->Calls(PrintCall::Text).at(other->Texts().indexOf("P1") + 1);
-        QVERIFY(name.text.startsWith(QLatin1String("A name")) && name.fontSize == 8);
-        QVERIFY(name.x + name.text.size() * 8 * RecordingPrinter::CharWidthPerPoint <=
-                kGrnOrder - kInset);
-        QCOMPARE(name.y, Find(*other, "P1").y + (kLine12 - kLine8) / 2);
-        // Printing again gives the same note: printing changes nothing.
-        const QStringList once = Describe(*other);
+        const QStringList once = PlacedTexts(*other);
         other->Clear();
         QVERIFY(PrintGoodsReceivedNote(in));
-        QCOMPARE(Describe(*other), once);
+        QCOMPARE(PlacedTexts(*other), once);
     }
 };
 

@@ -1,8 +1,7 @@
 // The purchasing windows driven through their controls: "Purchasing" (the basket, "Order Now" and
-// its print frame), "Goods Receiving", "View Orders", the item's "Purchase Orders" tab and the bar
-// items that open them. What the procedures behind them write is proved without windows; here,
-// that each control reaches its procedure, and the rules only a window has.
-#include "contacts/frmEditContact.h"
+// its print frame), "Goods Receiving", "View Orders" and the item's "Purchase Orders" tab. What the
+// procedures behind them write is proved without windows; here, that each control reaches its
+// procedure, and the rules only a window has.
 #include "foundation/Printer.h"
 #include "grids/GridEX.h"
 #include "inventory/FormMain.h"
@@ -19,7 +18,6 @@
 #include <QApplication>
 #include <QCheckBox>
 #include <QComboBox>
-#include <QFile>
 #include <QGroupBox>
 #include <QHeaderView>
 #include <QLineEdit>
@@ -28,7 +26,6 @@
 #include <QTabBar>
 #include <QTableView>
 #include <QTest>
-#include <QTimer>
 
 using namespace fixture;
 
@@ -106,26 +103,8 @@ void Select(basket& w, const QString& supplier) {
     w.cboSupplist->setCurrentIndex(w.cboSupplist->findText(supplier));
 }
 
-// Runs `open` and describes the modal window it brings up, then closes that window.
-QString OpenedModal(const std::function<void()>& open,
-                    const std::function<QString(QWidget*)>& describe) {
-    QString seen;
-    QTimer poll;
-    QObject::connect(&poll, &QTimer::timeout, [&] {
-        if (QWidget* modal = QApplication::activeModalWidget()) {
-            poll.stop();
-            seen = modal->objectName() + QLatin1Char('|') + describe(modal);
-            modal->close();
-        }
-    });
-    poll.start(20);
-    open();
-    return seen;
-}
-
 // Acme: order 1 (one row complete, one open) and order 12 (complete); Bolt: order 10 (open).
 void ViewerOrders() {
-    Catalogue();
     Order(1, 1, "2026-10-01");
     OrderRow(1, 10, "5", "5", "2026-12-24", "2");
     OrderRow(1, 11, "10", "4", "2026-12-01", "0.5");
@@ -139,15 +118,16 @@ void ViewerOrders() {
 
 } // namespace
 
-class TestPurchasingWindows : public QObject {
+class TestPurchasingWindows : public QObject, Suite {
     Q_OBJECT
 private slots:
-    void init() { gPOPrinterName.clear(); }
+    void init() {
+        gPOPrinterName.clear();
+        Fresh();
+    }
+    void cleanup() { Drop(); }
 
     void basketWindow() {
-        TestData data;
-        ScriptedBoxes boxes;
-        Catalogue();
         auto one = std::make_shared<RecordingPrinter>(QStringLiteral("Office"));
         auto two = std::make_shared<RecordingPrinter>(QStringLiteral("Stores"));
         SetPrinters({one, two});
@@ -159,30 +139,24 @@ private slots:
         BasketRow(12, "1", 1);
         basket w;
         Open(w);
-        QCOMPARE(w.windowTitle(), "Purchasing");
-        QCOMPARE(w.cboSupplist->count(), 4); // Acme, Bolt, Cobalt, No Supplier
-        QVERIFY(w.cboSupplist->findText("Non Stock") < 0 && w.cboSupplist->currentIndex() < 0);
-        QCOMPARE(w.txtPOID->text(), "0013");
-        QVERIFY(!w.Command2->isEnabled() && !w.Command4->isEnabled());
+        QVERIFY(w.windowTitle() == "Purchasing" && w.cboSupplist->count() == 4);
+        QVERIFY(w.txtPOID->text() == "0013" && !w.Command2->isEnabled() &&
+                !w.Command4->isEnabled());
 
         // Order number: digits only, and one typed higher than the next survives a selection.
         // Reference: apostrophes become back-quotes.
         w.txtPOID->clear();
         QTest::keyClicks(w.txtPOID, "a5'0.x0");
         QTest::keyClicks(w.txtBasketPONo, "O'Neil");
-        QCOMPARE(w.txtBasketPONo->text(), "O`Neil");
         Select(w, "Acme");
-        QCOMPARE(w.txtPOID->text(), "0500");
+        QVERIFY(w.txtPOID->text() == "0500" && w.txtBasketPONo->text() == "O`Neil");
         QVERIFY(w.Command2->isEnabled() && w.Command4->isEnabled());
-        QVERIFY(w.txtSupAdd1->text() == "Acme Street" && !w.frmNSSupDetails->isVisible());
-        QCOMPARE(Shown(*w.gdxBList, "AtPrice"), QStringList({"2.00", "0.50", "2.00"}));
 
         // A quantity typed is written at once and the order value follows; the tick as well.
         // A number cell takes digits, the decimal sign and backspace only.
         Type(*w.gdxBList, 1, "PQty", QStringLiteral("4"));
         QCOMPARE(w.Text2->text(), "9.50");
         Type(*w.gdxBList, 2, "POrder", false);
-        QCOMPARE(w.Text2->text(), "8.00");
         QCOMPARE(Keys(*w.gdxBList, 3, "PQty", "1a.5x-"), "1.5");
         QCOMPARE(SqlFirst("SELECT group_concat(ReqQty || '/' || OrderYN) FROM tblBaskets"),
                  "4.0/-1,3.0/0,1.5/-1,1.0/1");
@@ -193,11 +167,10 @@ private slots:
         // A supplier with nothing waiting: an empty list, the order value as it was, and
         // "Order Now" does not order the last supplier's rows.
         Select(w, "Cobalt");
-        QVERIFY(w.gdxBList->RowCount() == 0 && w.BasketRowCount == 0);
-        QCOMPARE(w.Text2->text(), "11.00");
-        boxes.answer(vbOK);
+        QVERIFY(w.BasketRowCount == 0 && w.Text2->text() == "11.00");
+        boxes->answer(vbOK);
         QTest::mouseClick(w.Command2, Qt::LeftButton);
-        QCOMPARE(boxes.prompts(), QStringList("The order would be empty so nothing was done"));
+        QCOMPARE(boxes->prompts(), QStringList("The order would be empty so nothing was done"));
 
         // The supplier's parts, filtered as typed in capitals; a double-click adds a part.
         Select(w, "Acme");
@@ -206,90 +179,56 @@ private slots:
         QCOMPARE(Shown(*w.gdxBParts, "PartNo"), QStringList("RELAY-5V"));
         ClickRow(*w.gdxBParts, 1, Qt::LeftButton, true);
         QCOMPARE(Shown(*w.gdxBList, "PartNo"), QStringList({"CAP-1U", "RES-10K", "RELAY-5V"}));
-        QTest::mouseClick(w.Command5, Qt::LeftButton);
-        QCOMPARE(w.gdxBParts->RowCount(), 3);
-        QTest::mouseClick(w.Command3, Qt::LeftButton);
-        QVERIFY(!w.frmBParts->isVisible());
-        // Help on the order number; the supplier's contact entry, on that supplier.
-        boxes.answer(vbOK);
-        QTest::mouseClick(w.Command1, Qt::LeftButton);
-        QVERIFY(boxes.prompts().last().startsWith("Quillstock maintains its own unique numerical"));
-        QCOMPARE(OpenedModal([&] { QTest::mouseClick(w.Command8, Qt::LeftButton); },
-                             [](QWidget* m) {
-                                 return qobject_cast<frmEditContact*>(m)->txtCoName->text();
-                             }),
-                 "frmEditContact|Acme");
 
-        // "No" to printing: the list is read again and shows the next number; the ordered row
-        // left Bolt's list too.
+        // "No" to printing: the list is read again and shows the next number.
         Type(*w.gdxBList, 3, "Remove", true);
-        w.txtBasketPONo->setText(QStringLiteral("REF-1"));
-        boxes.answer(vbNo);
+        boxes->answer(vbNo);
         QTest::mouseClick(w.Command2, Qt::LeftButton);
         QCOMPARE(SqlFirst("SELECT POID || '|' || PONumber || '|' || POStockID || '|' || POQty FROM "
                           "tblPOrders JOIN tblPODetail USING (POID)"),
-                 "500|REF-1|10|1.5");
+                 "500|O`Neil|10|1.5");
         QCOMPARE(Shown(*w.gdxBList, "PartNo"), QStringList("CAP-1U"));
         QVERIFY(w.txtPOID->text() == "0501" && w.txtBasketPONo->text().isEmpty());
-        Select(w, "Bolt");
-        QCOMPARE(Shown(*w.gdxBList, "PartNo"), QStringList("IND-5M"));
 
         // "Yes": the print frame, with the current printer chosen and the order buttons off.
-        boxes.answer(vbYes);
+        Select(w, "Bolt");
+        boxes->answer(vbYes);
         QTest::mouseClick(w.Command2, Qt::LeftButton);
-        QVERIFY(w.frmPrintOrder->isVisible() && w.cmdPrintOK->isEnabled());
-        QVERIFY(!w.Command2->isEnabled() && !w.Command4->isEnabled());
+        QVERIFY(w.frmPrintOrder->isVisible() && !w.Command2->isEnabled() &&
+                !w.Command4->isEnabled());
         QVERIFY(w.cboSelectPrinter->currentText() == "Stores" && gPOPrinterName == "Stores");
-        // Print, choose the other printer, print again: the frame stays.
-        boxes.answer(vbOK);
-        boxes.answer(vbOK);
-        QTest::mouseClick(w.cmdPrintOK, Qt::LeftButton);
+        // The other printer chosen prints; the frame stays.
+        boxes->answer(vbOK);
         w.cboSelectPrinter->setCurrentIndex(0);
         QTest::mouseClick(w.cmdPrintOK, Qt::LeftButton);
-        QVERIFY(two->Documents() == 1 && one->Texts().contains("0501 / "));
-        QCOMPARE(Said(boxes).last(), "Printing Order: Please check that your printout is correct "
-                                     "and reprint if necessary");
-        QVERIFY(w.frmPrintOrder->isVisible());
+        QVERIFY(two->Documents() == 0 && one->Texts().contains("0501 / "));
+        QCOMPARE(Said(*boxes).last(), "Printing Order: Please check that your printout is correct "
+                                      "and reprint if necessary");
         // "Done": the frame goes and the supplier is selected afresh.
         QTest::mouseClick(w.cmdCancelPrint, Qt::LeftButton);
         QVERIFY(!w.frmPrintOrder->isVisible() && w.Command2->isEnabled());
         QVERIFY(w.gdxBList->RowCount() == 0 && w.txtPOID->text() == "0502");
-        // With no printer at all the frame says so and cannot print.
-        SetPrinters({});
-        boxes.answer(vbOK);
-        w.ShowPrintFrame();
-        QVERIFY(boxes.prompts().last().startsWith("The system doesn't seem to have any available"));
-        QVERIFY(!w.cmdPrintOK->isEnabled() && w.cboSelectPrinter->count() == 0);
     }
 
     void goodsInWindow() {
-        TestData data;
-        ScriptedBoxes boxes;
-        Catalogue();
         Order(3, 1);
         OrderRow(3, 10, "10", "0");
         OrderRow(3, 11, "4", "4");
         OrderRow(3, 12, "6", "0");
         Order(7, 2);
         OrderRow(7, 11, "1", "0");
-        auto first = std::make_shared<RecordingPrinter>(QStringLiteral("First"));
-        auto second = std::make_shared<RecordingPrinter>(QStringLiteral("Second"));
-        SetPrinters({first, second});
-        SetCurrentPrinter(first);
+        auto printer = UseRecordingPrinter();
         {
             frmGoodsIn w;
             Open(w);
             QCOMPARE(w.windowTitle(), "Goods Receiving");
-            QCOMPARE(Shown(*w.gdxOList, "PODate"), QStringList({"02/11/2026", "02/11/2026"}));
             QVERIFY(!w.cmdBookIn->isEnabled() && !w.btnSeeCompletedRows->isEnabled());
             // Grouping by supplier in the list step: a group row opens nothing.
             QTest::mouseClick(w.Check1, Qt::LeftButton);
-            QVERIFY(w.gdxOList->GroupRowLevel(1) == 1 &&
-                    !w.gdxOList->Columns()("SupName").Visible());
+            QCOMPARE(w.gdxOList->GroupRowLevel(1), 1);
             ClickRow(*w.gdxOList, 1);
             QVERIFY(!w.DetailMode);
             QTest::mouseClick(w.Check1, Qt::LeftButton);
-            QVERIFY(w.gdxOList->Groups().isEmpty());
             // A header click sorts, and its release opens nothing; the row clicked is read
             // through the sort.
             QHeaderView* head = w.gdxOList->TableView()->horizontalHeader();
@@ -308,12 +247,11 @@ private slots:
             // Book the whole of order 7 ("TRN?" first): the print frame on the current printer.
             // In the row step a click on the grouping box leaves it unticked.
             Type(*w.gdxOList, 1, "RXd", QStringLiteral("1"));
-            boxes.answer(vbYes);
+            boxes->answer(vbYes);
             QTest::mouseClick(w.cmdBookIn, Qt::LeftButton);
-            QCOMPARE(Said(boxes).first().left(5), "TRN?:");
+            QCOMPARE(Said(*boxes).first().left(5), "TRN?:");
             QCOMPARE(SqlFirst("SELECT PORecieved FROM tblPODetail WHERE POID=7"), "1");
-            QVERIFY(w.frmPrintTRN->isVisible() && w.cmdPrintOK->isEnabled());
-            QCOMPARE(w.cboSelectPrinter->currentText(), "First");
+            QVERIFY(w.frmPrintTRN->isVisible());
             QTest::mouseClick(w.Check1, Qt::LeftButton);
             QVERIFY(!w.Check1->isChecked());
             // "Done" goes back to the list as loaded: order 7 stays until the list is refreshed.
@@ -323,20 +261,15 @@ private slots:
             QTest::mouseClick(w.btnBar_2, Qt::LeftButton);
             QCOMPARE(Shown(*w.gdxOList, "POID"), QStringList("0003"));
 
-            // Order 3, its rows by part number: typed keys take one minus sign; completed rows
-            // on request, with a notice, the reload dropping what was typed.
+            // Order 3 (IND-5M, RES-10K): typed keys take one minus sign; completed rows on
+            // request, with a notice, the reload dropping what was typed.
             ClickRow(*w.gdxOList, 1);
-            QCOMPARE(Shown(*w.gdxOList, "PNo"), QStringList({"IND-5M", "RES-10K"}));
             QCOMPARE(Keys(*w.gdxOList, 1, "RXd", "-3a'-"), "-3");
-            boxes.answer(vbOK);
+            boxes->answer(vbOK);
             QTest::mouseClick(w.btnSeeCompletedRows, Qt::LeftButton);
-            QCOMPARE(Said(boxes).last(), "View completed rows: This will display any rows on the "
-                                         "order that are already complete.\n\nIf any completed "
-                                         "rows exist you can click the same button to hide them "
-                                         "again");
+            QVERIFY(Said(*boxes).last().startsWith("View completed rows: This will display any"));
             QCOMPARE(Shown(*w.gdxOList, "RXd"), QStringList(3, QString()));
             QTest::mouseClick(w.btnSeeCompletedRows, Qt::LeftButton);
-            QVERIFY(boxes.allAnswersUsed() && w.GridRows.rowCount == 2);
 
             // The boxes drop apostrophes; a quantity still in the cell's editor when "Book In"
             // is clicked is booked, and the booked row then takes no edit.
@@ -353,65 +286,44 @@ private slots:
             Type(*w.gdxOList, 2, "RXd", QStringLiteral("9"));
             QCOMPARE(Shown(*w.gdxOList, "RXd").at(1), "3");
 
-            // The note goes to the printer chosen; the frame stays for a second copy.
-            w.cboSelectPrinter->setCurrentIndex(1);
+            // The note of what was booked is printed; the frame stays.
             QTest::mouseClick(w.cmdPrintOK, Qt::LeftButton);
-            QTest::mouseClick(w.cmdPrintOK, Qt::LeftButton);
-            QVERIFY(second->Documents() == 2 && first->Documents() == 0 &&
-                    w.frmPrintTRN->isVisible());
-            QVERIFY(second->Texts().contains("No. TRN-5") && !second->Texts().contains("IND-5M"));
+            QVERIFY(printer->Texts().contains("No. TRN-5") && !printer->Texts().contains("IND-5M"));
+            QVERIFY(w.frmPrintTRN->isVisible());
 
             // An order completed elsewhere since the list was read: the screen stays.
             QTest::mouseClick(w.Command1, Qt::LeftButton);
             ExecSql("UPDATE tblPODetail SET PORecieved = POQty");
             ClickRow(*w.gdxOList, 1);
             QVERIFY(!w.DetailMode && w.gdxOList->Columns().Count() == 8);
-            // The size is kept per workstation.
-            w.resize(900, 500);
-            QTest::mouseClick(w.btnBar_0, Qt::LeftButton);
-            QVERIFY(!w.isVisible());
         }
-        frmGoodsIn again;
-        again.Form_Load();
-        QCOMPARE(again.size(), QSize(900, 500));
     }
 
     void orderViewerWindow() {
-        TestData data;
-        ScriptedBoxes boxes;
         auto printer = UseRecordingPrinter();
         ViewerOrders();
         ORViewer w;
         Open(w);
-        QCOMPARE(w.windowTitle(), "View Orders");
         // It opens on the orders not completed, grouped by supplier with the supplier column
         // hidden; the options reload the list in their mode.
-        QVERIFY(gOrderViewMode == OrderViewMode::NotCompleted && w.Option3->isChecked());
+        QVERIFY(w.windowTitle() == "View Orders" && w.Option3->isChecked());
+        QCOMPARE(gOrderViewMode, OrderViewMode::NotCompleted);
         QCOMPARE(Shown(*w.gdxOList, "OrID").mid(1),
                  QStringList({"0001", "Supplier: Bolt (1)", "0010"}));
-        QVERIFY(!w.gdxOList->Columns()("Sup").Visible());
         QTest::mouseClick(w.Option2, Qt::LeftButton);
-        QVERIFY(gOrderViewMode == OrderViewMode::Completed && w.OrderRowCount == 2);
+        QCOMPARE(w.OrderRowCount, 2);
         QTest::mouseClick(w.Option1, Qt::LeftButton);
         QVERIFY(gOrderViewMode == OrderViewMode::All && w.OrderRowCount == 3);
-        // By date: no groups, the supplier shows, the list runs by ETA, no date first.
-        QTest::mouseClick(w.chkByDate, Qt::LeftButton);
-        QVERIFY(w.gdxOList->Groups().isEmpty() && w.gdxOList->Columns()("Sup").Visible());
-        QCOMPARE(Shown(*w.gdxOList, "OrID"), QStringList({"0012", "0010", "0001"}));
-        QTest::mouseClick(w.chkByDate, Qt::LeftButton);
         // The order filter follows the typing, capitals and back-quotes included; the
         // supplier filter waits for the search; Command2 clears both.
-        QTest::keyClicks(w.txtFilterPO, "1");
-        QCOMPARE(w.OrderRowCount, 3); // 1, 10, 12
-        QTest::keyClicks(w.txtFilterPO, "0a'");
+        QTest::keyClicks(w.txtFilterPO, "10a'");
         QVERIFY(w.txtFilterPO->text() == "10A`" && w.OrderRowCount == 0);
         QTest::mouseClick(w.Command2, Qt::LeftButton);
-        QVERIFY(w.txtFilterPO->text().isEmpty() && w.OrderRowCount == 3);
         QTest::keyClicks(w.txtFilterSu, " bo");
-        QCOMPARE(w.OrderRowCount, 3);
         QTest::mouseClick(w.Command8, Qt::LeftButton);
         QVERIFY(w.txtFilterSu->text() == "bo" && w.OrderRowCount == 1);
         QTest::mouseClick(w.Command2, Qt::LeftButton);
+        QVERIFY(w.txtFilterSu->text().isEmpty() && w.OrderRowCount == 3);
 
         // A click on an order opens the menu there and fills the order's boxes; one on a group
         // line (folding it, and back) closes the menu and opens nothing.
@@ -428,10 +340,9 @@ private slots:
         QVERIFY(gOrderViewMode == OrderViewMode::Rows && w.gdxPODetail->isVisible());
         QVERIFY(!w.gdxOList->isVisible() && !w.btnViewPODetails->isEnabled());
 
-        // The rows by schedule date. Only the quantity takes keys (digits, one decimal sign,
+        // The rows (CAP-1U, RES-10K). Only the quantity takes keys (digits, one decimal sign,
         // backspace); a commit works the total out again; a date as the calendar hands it
         // over. Nothing is written yet.
-        QCOMPARE(Shown(*w.gdxPODetail, "PNo"), QStringList({"CAP-1U", "RES-10K"}));
         QCOMPARE(Keys(*w.gdxPODetail, 1, "POQty", "1x2.-5.0"), "12.50");
         QCOMPARE(Keys(*w.gdxPODetail, 1, "AtPrice", "9"), "<no editor>");
         QCOMPARE(Shown(*w.gdxPODetail, "RowPrice"), QStringList({"6.25", "10.00"}));
@@ -439,27 +350,27 @@ private slots:
         QCOMPARE(SqlFirst("SELECT POQty FROM tblPODetail WHERE POStockID=11"), "10");
         // Save, then print: the rows and the on-order figure are written; the order is older
         // than today, so the date question, then the printer's word.
-        boxes.answer(vbYes);
+        boxes->answer(vbYes);
         QTest::mouseClick(w.cmdReprint, Qt::LeftButton);
         QCOMPARE(SqlFirst("SELECT group_concat(POQty || '|' || POSchedDate) FROM tblPODetail "
                           "WHERE POID=1"),
                  "5.0|2027-01-15,12.5|2026-12-01");
         QCOMPARE(ItemField(11, "OnOrderQty"), "8.5");
         QVERIFY(w.frmRePrintOrder->isVisible() && !w.cmdReprint->isEnabled());
-        boxes.answer(vbNo);
-        boxes.answer(vbOK);
+        boxes->answer(vbNo);
+        boxes->answer(vbOK);
         QTest::mouseClick(w.cmdRePrintOK, Qt::LeftButton);
         QCOMPARE(printer->Documents(), 1);
-        QCOMPARE(Said(boxes).mid(1), QStringList({"Use Today's date?: The purchase order was "
-                                                  "first created on 01/10/2026\nDo you want to "
-                                                  "re-print with today's date instead ?",
-                                                  "Printer Status: Order was spooled. Check your "
-                                                  "printout and reprint if necessary"}));
-        // "Done" reads the rows again: what was saved, with a change made since kept unsaved.
+        QCOMPARE(Said(*boxes).at(0), "Print order?: If you made any changes they have now been "
+                                     "saved to the database\n\nDo you wish to print/reprint the "
+                                     "order now?");
+        QVERIFY(Said(*boxes).at(1).startsWith("Use Today's date?: "));
+        QCOMPARE(Said(*boxes).at(2), "Printer Status: Order was spooled. Check your printout and "
+                                     "reprint if necessary");
+        // "Done" closes the frame; a change made since stays unsaved.
         Type(*w.gdxPODetail, 2, "POQty", QStringLiteral("6"));
         QTest::mouseClick(w.cmdCancelrePrint, Qt::LeftButton);
         QVERIFY(!w.frmRePrintOrder->isVisible() && w.cmdReprint->isEnabled());
-        QCOMPARE(Shown(*w.gdxPODetail, "POQty"), QStringList({"12.5", "6"}));
 
         // The supplier's items, filtered as typed in capitals; a double-click adds one at
         // quantity 0, the rows read again with the quantity typed still on screen, unsaved.
@@ -468,16 +379,10 @@ private slots:
         QCOMPARE(Shown(*w.gdxPOParts, "PartNo"), QStringList("RELAY-5V"));
         ClickRow(*w.gdxPOParts, 1, Qt::LeftButton, true);
         QCOMPARE(Shown(*w.gdxPODetail, "POQty"), QStringList({"12.5", "6", "0"}));
-        QCOMPARE(SqlFirst("SELECT POQty || '|' || POPrice FROM tblPODetail WHERE POStockID=13"),
-                 "0.0|3.25");
-        QTest::mouseClick(w.Command3, Qt::LeftButton);
-        QCOMPARE(w.PartRowCount, 3);
-        QTest::mouseClick(w.btnAddToOrderHide, Qt::LeftButton);
-        QVERIFY(!w.frmPOParts->isVisible());
         // In the rows the menu opens on a right click and deletes the row under it.
         ClickRow(*w.gdxPODetail, 3, Qt::RightButton);
         QVERIFY(w.frmRowMenu->isVisible() && !w.btnViewPODetails->isEnabled());
-        boxes.answer(vbYes);
+        boxes->answer(vbYes);
         QTest::mouseClick(w.btnDeleteRow, Qt::LeftButton);
         QCOMPARE(Shown(*w.gdxPODetail, "POQty"), QStringList({"12.5", "6"}));
         QCOMPARE(Count("tblPODetail", "POID=1"), "2");
@@ -488,16 +393,13 @@ private slots:
         QVERIFY(gOrderViewMode == OrderViewMode::All && w.gdxOList->isVisible());
         QCOMPARE(SqlFirst("SELECT POQty FROM tblPODetail WHERE POStockID=10 AND POID=1"), "5");
         ClickRow(*w.gdxOList, 5);
-        boxes.answer(vbYes);
+        boxes->answer(vbYes);
         QTest::mouseClick(w.btnDeleteRow, Qt::LeftButton);
-        QCOMPARE(Said(boxes).last().left(14), "Delete Order?:");
+        QCOMPARE(Said(*boxes).last().left(14), "Delete Order?:");
         QVERIFY(w.OrderRowCount == 2 && ItemField(12, "OnOrderQty") == "0");
-        QVERIFY(boxes.allAnswersUsed());
     }
 
-    void mainWindowTabAndBarItems() {
-        TestData data;
-        ScriptedBoxes boxes;
+    void itemPurchaseOrdersTab() {
         ViewerOrders();
         FormMain w;
         w.resize(1100, 700);
@@ -509,34 +411,6 @@ private slots:
         auto* panel = w.findChild<frmItemPOrders*>(QStringLiteral("frmItemPOrders"));
         QVERIFY(panel && panel->isVisible() && w.CurrentGrid() == panel->gdxItemPOrders);
         QCOMPARE(Shown(*panel->gdxItemPOrders, "OrID"), QStringList({"0012", "0001"}));
-        QCOMPARE(panel->gdxItemPOrders->Columns()(8).Caption(), "Confirmed");
-        // Export works on it.
-        const QString csv = data.path(QStringLiteral("orders.csv"));
-        boxes.answerFile(csv);
-        boxes.answer(vbOK);
-        w.buttons_ButtonClick(5);
-        QFile file(csv);
-        QVERIFY(file.open(QIODevice::ReadOnly) && file.readAll().contains("0001"));
-
-        // The bar items open the windows over the main window, loaded.
-        const auto bar = [&w](const char* key) {
-            return [&w, key] { w.ButtonBar1_ButtonClick("Purchasing", key); };
-        };
-        QCOMPARE(
-            OpenedModal(bar("PchPending"),
-                        [](QWidget* m) { return m->findChild<QLineEdit*>("txtPOID")->text(); }),
-            "basket|0013");
-        QCOMPARE(OpenedModal(bar("PchsViewOR"),
-                             [](QWidget* m) {
-                                 return QString::number(qobject_cast<ORViewer*>(m)->OrderRowCount);
-                             }),
-                 "ORViewer|2");
-        QCOMPARE(OpenedModal(bar("PchsGin"),
-                             [](QWidget* m) {
-                                 return QString::number(
-                                     qobject_cast<frmGoodsIn*>(m)->GridRows.rowCount);
-                             }),
-                 "frmGoodsIn|2");
     }
 };
 
