@@ -168,29 +168,41 @@ private slots:
             QVERIFY2(!barItem(w, gone), gone);
         QVERIFY(!shown(w, 2) && !shown(w, 4) && shown(w, 3) && shown(w, 7));
 
-        // "key call group [order mode]": the call a key makes, the active group it sets (Reports
-        // leaves it alone) and the order window's mode.
-        const QStringList cases =
-            QString(
-                "NewItem ShowNewItemPanel 1;POS OpenCustOrder 7 1;CustOrEdit ShowCustOrderList 7 2;"
-                "ViewInvoice ShowCustOrderList 7 4;PchPending OpenBasket 4;PchsViewOR "
-                "OpenORViewer 4;PchsGin OpenGoodsIn 4;New OpenNewContact 2;Customers "
-                "ShowContactList:Customers 2;Suppliers ShowContactList:Suppliers 2;Misc "
-                "ShowContactList:Misc 2;REP1 OpenReporterMenu:1 99;REP2 OpenReporterMenu:2 "
-                "99;REP4 OpenReporterMenu:4 99")
-                .split(QLatin1Char(';'));
+        // The call a key makes, the active group it sets (Reports leaves it alone: 99) and the
+        // order window's mode (0: not set).
+        struct Case {
+            const char* key;
+            const char* call;
+            int group;
+            int mode;
+        };
+        const Case cases[] = {{"NewItem", "ShowNewItemPanel", 1, 0},
+                              {"POS", "OpenCustOrder", 7, 1},
+                              {"CustOrEdit", "ShowCustOrderList", 7, 2},
+                              {"ViewInvoice", "ShowCustOrderList", 7, 4},
+                              {"PchPending", "OpenBasket", 4, 0},
+                              {"PchsViewOR", "OpenORViewer", 4, 0},
+                              {"PchsGin", "OpenGoodsIn", 4, 0},
+                              {"New", "OpenNewContact", 2, 0},
+                              {"Customers", "ShowContactList:Customers", 2, 0},
+                              {"Suppliers", "ShowContactList:Suppliers", 2, 0},
+                              {"Misc", "ShowContactList:Misc", 2, 0},
+                              {"REP1", "OpenReporterMenu:1", 99, 0},
+                              {"REP2", "OpenReporterMenu:2", 99, 0},
+                              {"REP4", "OpenReporterMenu:4", 99, 0}};
         ScriptedBoxes boxes;
-        for (const QString& c : cases) {
-            const QStringList f = c.split(QLatin1Char(' '));
+        for (const Case& c : cases) {
             w.calls.clear();
             gActiveGroup = 99;
-            choose(w, f[0].toLatin1().constData());
-            QCOMPARE(w.calls,
-                     (f[2] == "2" ? QStringList{"ContactsEditable", f[1]} : QStringList{f[1]}));
-            QCOMPARE(int(gActiveGroup), f[2].toInt());
-            QCOMPARE(w.TabStrip2->isVisibleTo(&w), f[2] == "1");
-            if (f.size() > 3)
-                QCOMPARE(int(gCustOrderMode), f[3].toInt());
+            gCustOrderMode = 0;
+            choose(w, c.key);
+            const QString call = QString::fromLatin1(c.call);
+            QCOMPARE(w.calls, (c.group == 2 ? QStringList{"ContactsEditable", call}
+                                            : QStringList{call}));
+            QCOMPARE(int(gActiveGroup), c.group);
+            QCOMPARE(w.TabStrip2->isVisibleTo(&w), c.group == 1);
+            if (c.mode)
+                QCOMPARE(int(gCustOrderMode), c.mode);
         }
 
         // Keys no bar item carries any more still dispatch.
