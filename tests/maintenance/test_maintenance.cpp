@@ -258,17 +258,32 @@ private slots:
         QStringList started;
         int ended = 0;
         SetRestartHooks({[&](const QString& p) { started << p; }, [&] { ++ended; }});
+        // A whole database short of one of the two tables every business file has.
+        auto without = [&](const char* table) {
+            const QString path = gAppPath + "/short.tmp";
+            QFile::remove(path);
+            WriteFile(path, good);
+            {
+                Database db = DBEngine::OpenDatabase(path);
+                db.Execute(QStringLiteral("DROP TABLE ") + QLatin1String(table));
+            }
+            const QByteArray bytes = ReadFile(path);
+            QFile::remove(path);
+            return bytes;
+        };
         // A text file, an empty one, a cut or damaged copy, the rights and the settings files,
-        // none.
+        // a copy without dbStatus or without tblStockItems, none.
         const QByteArray bad[] = {
             "ItemID,Qty\n1,5\n",
             "",
             good.left(good.size() / 2),
             QByteArray(good).replace(good.size() / 2, 8192, QByteArray(8192, 'Z')),
             ReadFile(gRightsPath),
-            ReadFile(gUserCfgPath)};
-        for (int i = 0; i <= 6; ++i) {
-            if (i < 6)
+            ReadFile(gUserCfgPath),
+            without("dbStatus"),
+            without("tblStockItems")};
+        for (int i = 0; i <= 8; ++i) {
+            if (i < 8)
                 WriteFile(gAppPath + QStringLiteral("/bad%1.bkp").arg(i), bad[i]);
             ScriptedBoxes boxes;
             boxes.answer(vbOK);
