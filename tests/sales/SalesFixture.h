@@ -68,17 +68,7 @@ inline void salesDefaults(const QString& rate = QStringLiteral("17.5")) {
 }
 
 // Every row of a query, its columns joined by "|" (a Null reads empty).
-inline QStringList table(const QString& sql) {
-    QStringList out;
-    Database db = DBEngine::OpenDatabase(gDbPath);
-    for (Recordset rs = db.OpenRecordset(sql); !rs.Eof(); rs.MoveNext()) {
-        QStringList cells;
-        for (int c = 0; c < rs.FieldCount(); ++c)
-            cells << rs.Fields(c).Text();
-        out << cells.join(QLatin1Char('|'));
-    }
-    return out;
-}
+inline QStringList table(const QString& sql) { return SqlRows(sql); }
 inline QString orderHeader(qint32 order) {
     return table("SELECT CustID, SalesRef, CustOrRef, CustOrDate, ORDiscount FROM tblCustOrders "
                  "WHERE CustBasketID=" +
@@ -103,9 +93,7 @@ inline OrderRow sheetRow(const QString& stock, const QString& price, const QStri
 }
 
 // Texts joined by "|", to compare several figures at once.
-inline QString joined(const QStringList& texts) {
-    return texts.join(QLatin1Char('|'));
-}
+inline QString joined(const QStringList& texts) { return texts.join(QLatin1Char('|')); }
 // A column of the sheet's rows, and a row's cells from column 1.
 inline QString column(const CustOrderSheet& sheet, int c) {
     QStringList out;
