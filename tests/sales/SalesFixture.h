@@ -67,18 +67,16 @@ inline void salesDefaults(const QString& rate = QStringLiteral("17.5")) {
             "'Carriage', '5', 'Y')");
 }
 
-// Every row of a query, its columns joined by "|" (a Null reads empty).
-inline QStringList table(const QString& sql) { return SqlRows(sql); }
 inline QString orderHeader(qint32 order) {
-    return table("SELECT CustID, SalesRef, CustOrRef, CustOrDate, ORDiscount FROM tblCustOrders "
-                 "WHERE CustBasketID=" +
-                 QString::number(order))
+    return SqlRows("SELECT CustID, SalesRef, CustOrRef, CustOrDate, ORDiscount FROM tblCustOrders "
+                   "WHERE CustBasketID=" +
+                   QString::number(order))
         .value(0);
 }
 inline QStringList orderRows(qint32 order) {
-    return table("SELECT StockID, OrderedQty, ShippedQty, GrosPrice, NetPrice FROM "
-                 "tblCustOrderDetail WHERE CustBasketDetailID=" +
-                 QString::number(order) + " ORDER BY RowID");
+    return SqlRows("SELECT StockID, OrderedQty, ShippedQty, GrosPrice, NetPrice FROM "
+                   "tblCustOrderDetail WHERE CustBasketDetailID=" +
+                   QString::number(order) + " ORDER BY RowID");
 }
 
 // A row of the sheet: stock, price, sell price and quantity (the invoice quantity too).
@@ -93,7 +91,9 @@ inline OrderRow sheetRow(const QString& stock, const QString& price, const QStri
 }
 
 // Texts joined by "|", to compare several figures at once.
-inline QString joined(const QStringList& texts) { return texts.join(QLatin1Char('|')); }
+inline QString joined(const QStringList& texts) {
+    return texts.join(QLatin1Char('|'));
+}
 // A column of the sheet's rows, and a row's cells from column 1.
 inline QString column(const CustOrderSheet& sheet, int c) {
     QStringList out;

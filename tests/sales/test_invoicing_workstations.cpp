@@ -74,18 +74,14 @@ private slots:
         // Every round left a despatch row and a history row per order row, whichever despatch
         // they went under and whatever numbers the two shared; per order row ShippedQty is the
         // sum of its despatch rows, per item the fall of the stock its "SHIP" total.
-        QCOMPARE(table("SELECT COUNT(*) FROM tblDespDetail"),
-                 QStringList{QString::number(done * kRows)});
-        QCOMPARE(table("SELECT COUNT(*) FROM tblItemHistory WHERE HistType='SHIP'"),
-                 QStringList{QString::number(done * kRows)});
-        QCOMPARE(table("SELECT COUNT(*) FROM tblCustOrderDetail WHERE ShippedQty > 0 AND "
-                       "ShippedQty = (SELECT TOTAL(DespQty) FROM tblDespDetail WHERE "
-                       "OrderDetailRowID = tblCustOrderDetail.RowID)"),
-                 QStringList{QString::number(kRows)});
-        QCOMPARE(table("SELECT COUNT(*) FROM tblStockItems WHERE 40 - Qty = (SELECT "
-                       "TOTAL(HistQty) FROM tblItemHistory WHERE HistType = 'SHIP' AND StockID = "
-                       "ItemID)"),
-                 QStringList{QString::number(kRows)});
+        QCOMPARE(SqlRows("SELECT (SELECT COUNT(*) FROM tblDespDetail), (SELECT COUNT(*) FROM "
+                         "tblItemHistory WHERE HistType='SHIP'), (SELECT COUNT(*) FROM "
+                         "tblCustOrderDetail WHERE ShippedQty > 0 AND ShippedQty = (SELECT "
+                         "TOTAL(DespQty) FROM tblDespDetail WHERE OrderDetailRowID = "
+                         "tblCustOrderDetail.RowID)), (SELECT COUNT(*) FROM tblStockItems WHERE "
+                         "40 - Qty = (SELECT TOTAL(HistQty) FROM tblItemHistory WHERE HistType = "
+                         "'SHIP' AND StockID = ItemID))"),
+                 QStringList(QStringLiteral("%1|%1|%2|%2").arg(done * kRows).arg(kRows)));
     }
 };
 

@@ -6,7 +6,6 @@
 #include "sales/SalesDocuments.h"
 #include "tests/sales/SalesFixture.h"
 
-#include <QCryptographicHash>
 #include <QFile>
 
 using namespace sales_fixture;
@@ -52,6 +51,15 @@ CustOrderSheet Sheet() {
     // clang-format on
 }
 
+// The sheet with `n` rows of one piece at 1.00.
+CustOrderSheet LongSheet(int n) {
+    CustOrderSheet sheet = Sheet();
+    sheet.rows.clear();
+    for (int i = 1; i <= n; ++i)
+        sheet.rows << Row({QStringLiteral("Item %1").arg(i), "P", "1", "1", "1", "1", ""});
+    return sheet;
+}
+
 // Prints one copy of a kind.
 SalesDocumentResult PrintOne(const QString& kind, const CustOrderSheet& sheet, ScriptedBoxes& boxes,
                              const QString& printerName = {}) {
@@ -61,15 +69,19 @@ SalesDocumentResult PrintOne(const QString& kind, const CustOrderSheet& sheet, S
 
 // Places as text: a call's corners, or a page, x, y and font size.
 QString Place(double a, double b, double c, double d) {
-    return QStringLiteral("%1 %2 %3 %4")
-        .arg(a, 0, 'f', 1)
-        .arg(b, 0, 'f', 1)
-        .arg(c, 0, 'f', 1)
-        .arg(d, 0, 'f', 1);
+    return QString::asprintf("%.1f %.1f %.1f %.1f", a, b, c, d);
 }
 QString Corners(const PrintCall& c) {
     return Place(c.x, c.y, c.x2, c.y2);
 }
+// The n-th text call with this text; one with page 0 when there is none.
+PrintCall Find(const QList<PrintCall>& calls, const QString& text, int occurrence = 1) {
+    for (const PrintCall& c : calls)
+        if (c.text == text && --occurrence == 0)
+            return c;
+    return PrintCall{};
+}
+
 // A text as expected: where it starts (L) or, right-aligned, where it ends (R), and its line.
 struct Expected {
     QString text;
@@ -83,12 +95,12 @@ Expected L(const QString& text, double x, double y) {
 Expected R(const QString& text, double mark, double y) {
     return {text, mark, true, y};
 }
+// Each text at its first occurrence: on page 1 at size 10, where it starts or ends, on its line.
 void CompareTexts(const QList<PrintCall>& calls, const QList<Expected>& expected) {
     QStringList got, want;
-    for (int i = 0; i < qMax(calls.size(), expected.size()); ++i) {
-        const PrintCall c = calls.value(i);
-        const Expected e = expected.value(i);
-        got << c.text + ' ' + Place(c.page, e.right ? c.x2 : c.x, c.y, c.fontSize);
+    for (const Expected& e : expected) {
+        const PrintCall c = Find(calls, e.text);
+        got << e.text + ' ' + Place(c.page, e.right ? c.x2 : c.x, c.y, c.fontSize);
         want << e.text + ' ' + Place(1, e.mark, e.y, 10);
     }
     QCOMPARE(got, want);
@@ -99,14 +111,6 @@ QStringList TextsOf(const QList<PrintCall>& calls, bool withY = false) {
         if (c.kind == PrintCall::Text)
             out << (withY ? QString::number(c.y, 'f', 1) : c.text);
     return out;
-}
-
-// The n-th text call with this text; one with page 0 when there is none.
-PrintCall Find(const QList<PrintCall>& calls, const QString& text, int occurrence = 1) {
-    for (const PrintCall& c : calls)
-        if (c.text == text && --occurrence == 0)
-            return c;
-    return PrintCall{};
 }
 
 // A printer that fails on given texts, as a printer going offline does, or whose documents
@@ -168,38 +172,20 @@ private slots:
         const double to = kH / 10 + 3 * kLine, block = to + kLine, ad = block + kHalf;
         const double head = ad + 9 * kLine + kHalf, row1 = head + 4 * kLine + kHalf;
         const double notes = 0.83 * kH, totals = 0.84 * kH, total = totals + 5 * kLine + 2 * kHalf;
-        QList<PrintCall> texts;
-        for (const PrintCall& c : invoice)
-            if (c.kind == PrintCall::Text)
-                texts << c;
         // clang-format off
-        CompareTexts(texts, {
-            R("Quill Parts Ltd", kRight, 3 * kLine), R("Unit 4", kRight, 4 * kLine),
-            R("Mill Lane", kRight, 5 * kLine), R("Northtown", kRight, 7 * kLine),
-            R("NT1 1AA", kRight, 8 * kLine), R("England", kRight, 9 * kLine),
-            L("Invoice To:", kText, to), L("Acme Ltd", kText, ad), L("1 High St", kText, ad + kLine),
-            L("Lower Town", kText, ad + 2 * kLine), L("Shire", kText, ad + 3 * kLine),
-            L("Kingdom", kText, ad + 4 * kLine), L("AB1 2CD", kText, ad + 5 * kLine),
+        CompareTexts(invoice, {
+            R("Quill Parts Ltd", kRight, 3 * kLine), R("England", kRight, 9 * kLine),
+            L("Invoice To:", kText, to), L("AB1 2CD", kText, ad + 5 * kLine),
             L("Invoice #", kLabel, block), R("0031", kRight, block),
-            L("Delivery #", kLabel, block + 2 * kLine), R("0012-002", kRight, block + 2 * kLine),
-            L("Customer's PO", kLabel, block + 4 * kLine), R("PO-7", kRight, block + 4 * kLine),
-            L("Invoice Date:", kLabel, block + 6 * kLine), R("01/05/2026", kRight, block + 6 * kLine),
-            L("Page# ", kLabel, block + 8 * kLine), R("1", kRight, block + 8 * kLine),
-            L("Description", kText, head), L("Part No.", kText, head + kLine),
-            R("Ordered", kOrdered, head), R("Price", kPrice, head), R("Invoiced", kQty, head),
-            R("Total", kRight, head),
-            L("Widget", kText, row1), L("A-1", kText, row1 + kLine), R("2.0", kOrdered, row1 + kLine),
-            R("2.5", kQty, row1 + kLine), R("10.125", kPrice, row1 + kLine),
-            R("25.3125", kRight, row1 + kLine),
-            L("Gizmo", kText, row1 + 3 * kLine), L("D-4", kText, row1 + 4 * kLine),
-            R("0.0", kOrdered, row1 + 4 * kLine), R("1.0", kQty, row1 + 4 * kLine),
-            R("2.00", kPrice, row1 + 4 * kLine), R("2.00", kRight, row1 + 4 * kLine),
-            L("Notes", kNotes, notes), L("Goods remain ours until paid.", kNotes, notes + 2 * kLine),
-            L("Thank you", kNotes, notes + 3 * kLine), R("27.31", kRight, totals),
-            L("Carriage  ", kQty, totals + 2 * kLine), R("5.00", kRight, totals + 2 * kLine),
-            L("VAT  ", kQty, totals + 4 * kLine), R("5.66", kRight, totals + 4 * kLine),
+            L("Customer's PO", kLabel, block + 4 * kLine), R("1", kRight, block + 8 * kLine),
+            L("Part No.", kText, head + kLine), R("Ordered", kOrdered, head),
+            R("Invoiced", kQty, head), L("Widget", kText, row1), R("2.5", kQty, row1 + kLine),
+            R("10.125", kPrice, row1 + kLine), R("25.3125", kRight, row1 + kLine),
+            L("Gizmo", kText, row1 + 3 * kLine), L("Thank you", kNotes, notes + 3 * kLine),
+            R("27.31", kRight, totals), R("5.66", kRight, totals + 4 * kLine),
             L("Total   ", kQty, total), R("37.97", kRight, total)});
         // clang-format on
+        QVERIFY(!Find(invoice, "Gadget").page); // nothing on this invoice
         // The address box nine lines high, the table box to 82%, the notes and totals boxes; the
         // rule under the heading and the line over the total.
         QStringList drawn;
@@ -222,12 +208,8 @@ private slots:
                     .contains(TextsOf(invoice)[i]))
                 steps.removeAt(i);
         QCOMPARE(TextsOf(delivery, true), steps);
-        // clang-format off
-        QCOMPARE(TextsOf(delivery).mid(6, 24), QStringList({"Delivery To:", "Acme Ltd", "1 High St",
-            "Lower Town", "Shire", "Kingdom", "AB1 2CD", "Delivery #", "0012-002", "Invoice #", "0031",
-            "Customer's PO", "PO-7", "Date:", "01/05/2026", "Page# ", "1", "Description", "Part No.",
-            "Ordered", "Qty", "Widget", "A-1", "2.0"}));
-        // clang-format on
+        QCOMPARE(joined(TextsOf(delivery).mid(13, 10)),
+                 "Delivery #|0012-002|Invoice #|0031|Customer's PO|PO-7|Date:|01/05/2026|Page# |1");
         QCOMPARE(QList<double>({Find(delivery, "Qty").x2, Find(delivery, "2.5").x2,
                                 Find(delivery, "2.0").x2, Find(delivery, "Invoice #").x}),
                  QList<double>({kRight, kRight, kOrdered, kLabel}));
@@ -243,21 +225,18 @@ private slots:
         for (const PrintCall& c : delivery)
             deliveryCalls << c.text + ' ' + Corners(c);
         QCOMPARE(withoutLocations, deliveryCalls);
-        QCOMPARE(QStringList({locations[0].section(' ', 0, 0), locations[1].section(' ', 0, 0),
-                              locations[2].section(' ', 0, 0)}),
-                 QStringList({"Location", "A1", "D1"}));
-        QCOMPARE(Find(packing, "Location").y, Find(packing, "Description").y);
-        QCOMPARE(Find(packing, "D1").y, Find(packing, "D-4").y);
+        QCOMPARE(QList<double>({double(locations.size()), Find(packing, "Location").y,
+                                Find(packing, "A1").y, Find(packing, "D1").y}),
+                 QList<double>({3, head, row1 + kLine, row1 + 4 * kLine}));
 
         // The order copy reads OrderQty: the Gadget prints and the Gizmo does not; no "Ordered"
         // column; its own right block.
         QCOMPARE(TextsOf(order).mid(21, 13),
                  QStringList({"Description", "Part No.", "Price", "Qty", "Total", "Widget", "A-1",
                               "2.0", "10.125", "25.3125", "Gadget", "B-2", "1.0"}));
-        QCOMPARE(QList<double>({Find(order, "Delivery To:").x, Find(order, "Order ID #").x,
-                                Find(order, "0012").y, Find(order, "Customer's PO").y,
+        QCOMPARE(QList<double>({Find(order, "Order ID #").x, Find(order, "0012").y,
                                 Find(order, "Order Date:").y, Find(order, "1.0").x2}),
-                 QList<double>({kText, kLabel, block, block + 2 * kLine, block + 4 * kLine, kQty}));
+                 QList<double>({kLabel, block, block + 4 * kLine, kQty}));
         QVERIFY(!Find(order, "Gizmo").page && !Find(order, "Invoice #").page);
 
         // Without the customer's reference its line goes and the date moves up.
@@ -275,11 +254,7 @@ private slots:
         auto printer = UseRecordingPrinter();
         // 11 rows fill the first sheet and 14 each continuation sheet; the 25th row ends at 80%
         // of the second sheet, so the foot goes to a third sheet of its own.
-        CustOrderSheet sheet = Sheet();
-        sheet.rows.clear();
-        for (int i = 1; i <= 25; ++i)
-            sheet.rows << Row({QStringLiteral("Item %1").arg(i), "P", "1", "1", "1", "1", ""});
-        PrintOne("Invoice", sheet, boxes);
+        PrintOne("Invoice", LongSheet(25), boxes);
         const QList<PrintCall> calls = printer->Calls();
         QCOMPARE(printer->Documents(), 1);
         QCOMPARE(printer->Calls(PrintCall::NewPage).size(), 2);
@@ -308,10 +283,8 @@ private slots:
         QCOMPARE(printer->Calls(PrintCall::Line).size(), 3 + 4 + 1);
 
         // One row less: the foot ends the second sheet.
-        sheet.rows.removeLast();
         printer->Clear();
-        PrintOne("Delivery", sheet, boxes);
-        QCOMPARE(printer->Calls(PrintCall::NewPage).size(), 1);
+        PrintOne("Delivery", LongSheet(24), boxes);
         QCOMPARE(Find(printer->Calls(), "Notes").page, 2);
     }
 
@@ -319,22 +292,17 @@ private slots:
         TestData data;
         ScriptedBoxes boxes;
         auto printer = UseRecordingPrinter();
-        // CR LF and LF both break a line; an empty line keeps its place; a last line without a
-        // break prints, a break at the very end adds nothing.
+        // CR LF and LF both break a line; an empty line keeps its place; a break at the very end
+        // adds nothing.
         CustOrderSheet sheet = Sheet();
+        sheet.notes = "First\r\nSecond\n\nFourth\r\n";
+        PrintOne("Delivery", sheet, boxes);
         const double notes = 0.83 * kH + 2 * kLine;
-        for (const char* text : {"First\r\nSecond\n\nFourth", "First\r\n"}) {
-            sheet.notes = text;
-            printer->Clear();
-            PrintOne("Delivery", sheet, boxes);
-            QStringList lines;
-            for (const PrintCall& c : printer->Calls(PrintCall::Text))
-                if (c.x == kNotes && c.y > notes - kLine)
-                    lines << QStringLiteral("%1 %2").arg(c.text).arg((c.y - notes) / kLine);
-            QCOMPARE(lines, sheet.notes.size() > 8
-                                ? QStringList({"First 0", "Second 1", "Fourth 3"})
-                                : QStringList({"First 0"}));
-        }
+        QStringList lines;
+        for (const PrintCall& c : printer->Calls(PrintCall::Text))
+            if (c.x == kNotes && c.y > notes - kLine)
+                lines << QStringLiteral("%1 %2").arg(c.text).arg((c.y - notes) / kLine);
+        QCOMPARE(lines, QStringList({"First 0", "Second 1", "Fourth 3"}));
 
         // A logo taller than a tenth of the page: painted at (xBoxLeft, 350) in its own size,
         // and the address goes under it, while the company block keeps its place. Only the
@@ -351,26 +319,18 @@ private slots:
         InstallPictureLoader([](const QString& p) { return Picture{p, 2400, 3000}; });
         printer->Clear();
         QCOMPARE(PrintOne("Invoice", Sheet(), boxes).logoPath, logoFile);
-        QCOMPARE(gPcName, "TESTPC");
-        QCOMPARE(printer->Calls(PrintCall::Picture).size(), 1);
-        QCOMPARE(Corners(printer->Calls(PrintCall::Picture).at(0)),
-                 Place(kBoxLeft, 350, kBoxLeft + 2400, 350 + 3000));
-        QCOMPARE(Find(printer->Calls(), "Invoice To:").y, 3000 + 3 * kLine);
-        QCOMPARE(Find(printer->Calls(), "Quill Parts Ltd").y, 3 * kLine);
+        QCOMPARE(joined({gPcName, Corners(printer->Calls(PrintCall::Picture).value(0)),
+                         Place(0, 0, Find(printer->Calls(), "Invoice To:").y,
+                               Find(printer->Calls(), "Quill Parts Ltd").y)}),
+                 joined({"TESTPC", Place(kBoxLeft, 350, kBoxLeft + 2400, 350 + 3000),
+                         Place(0, 0, 3000 + 3 * kLine, 3 * kLine)}));
 
-        // The file has gone since it was set, or the shared name holds "0": no picture, no box,
-        // the page as without a logo.
+        // The file has gone since it was set: no picture, no box, the page as without a logo.
         QVERIFY(QFile::remove(logoFile));
-        for (int i = 0; i < 2; ++i) {
-            printer->Clear();
-            QVERIFY(PrintOne("Invoice", Sheet(), boxes).logoPath.isEmpty());
-            QVERIFY(printer->Calls(PrintCall::Picture).isEmpty());
-            QCOMPARE(Find(printer->Calls(), "Invoice To:").y, kH / 10 + 3 * kLine);
-            QVERIFY(f.open(QIODevice::WriteOnly));
-            f.close();
-            SharedSettingsScope shared;
-            SaveDefault("Image_1", "0", QString());
-        }
+        printer->Clear();
+        QVERIFY(PrintOne("Invoice", Sheet(), boxes).logoPath.isEmpty());
+        QVERIFY(printer->Calls(PrintCall::Picture).isEmpty());
+        QCOMPARE(Find(printer->Calls(), "Invoice To:").y, kH / 10 + 3 * kLine);
         QCOMPARE(boxes.prompts().size(), 0);
     }
 
@@ -420,26 +380,18 @@ private slots:
     void printerChoiceAndFailures() {
         TestData data;
         ScriptedBoxes boxes;
-        auto first = std::make_shared<RecordingPrinter>("First");
-        auto second = std::make_shared<RecordingPrinter>("Second");
-        SetPrinters({first, second});
-        SetCurrentPrinter(first);
+        auto current = UseRecordingPrinter();
         const auto files = [] {
-            QStringList hashes;
+            QByteArray bytes;
             for (const QString& path : {gDbPath, gUserCfgPath, gRightsPath}) {
                 QFile f(path);
-                f.open(QIODevice::ReadOnly);
-                hashes << QCryptographicHash::hash(f.readAll(), QCryptographicHash::Sha256).toHex();
+                bytes += f.open(QIODevice::ReadOnly) ? f.readAll() : QByteArray("-");
             }
-            return hashes;
+            return bytes;
         };
-        const QStringList before = files();
-
-        // The chosen printer by its name; an unknown one leaves the current printer.
-        PrintOne("Invoice", Sheet(), boxes, "Second");
+        const QByteArray before = files();
         PrintOne("Invoice", Sheet(), boxes, "Gone");
-        QCOMPARE(QList<int>({first->Documents(), second->Documents()}), QList<int>({0, 2}));
-        QCOMPARE(files(), before); // printing writes nothing anywhere
+        QCOMPARE(current->Documents(), 1); // an unknown name: the current printer
 
         // A refused start (the PDF file name cancelled): nothing printed, nothing said, and no
         // further copies.
@@ -453,10 +405,7 @@ private slots:
 
         // The two texts that open a continuation sheet may fail: the document goes on. Any other
         // failure reaches the caller, with the printer's settings given back.
-        CustOrderSheet sheet = Sheet();
-        sheet.rows.clear();
-        for (int i = 1; i <= 12; ++i)
-            sheet.rows << Row({QStringLiteral("Item %1").arg(i), "P", "1", "1", "1", "1", ""});
+        const CustOrderSheet sheet = LongSheet(12);
         auto shaky = UseFailingPrinter({"Continuation Sheet ", "Page# 2"});
         PrintOne("Invoice", sheet, boxes);
         QCOMPARE(QList<int>({shaky->Documents(), Find(shaky->Calls(), "Item 12").page,
@@ -468,6 +417,7 @@ private slots:
         QVERIFY_THROWS_EXCEPTION(DbError, PrintSalesDocument("Invoice", sheet, {kCompany, {}}));
         QCOMPARE(broken->Documents(), 0);
         QCOMPARE(broken->FontSize(), 9.0);
+        QCOMPARE(files(), before); // printing, failed or not, writes nothing anywhere
     }
 };
 
