@@ -82,19 +82,12 @@ PrintCall Find(const QList<PrintCall>& calls, const QString& text, int occurrenc
     return PrintCall{};
 }
 
-// A text as expected: where it starts (L) or, right-aligned, where it ends (R), and its line.
+// A text as expected: where it starts or, right-aligned, where it ends, and its line.
 struct Expected {
     QString text;
-    double mark;
-    bool right;
-    double y;
+    double mark, y;
+    bool right = false;
 };
-Expected L(const QString& text, double x, double y) {
-    return {text, x, false, y};
-}
-Expected R(const QString& text, double mark, double y) {
-    return {text, mark, true, y};
-}
 // Each text at its first occurrence: on page 1 at size 10, where it starts or ends, on its line.
 void CompareTexts(const QList<PrintCall>& calls, const QList<Expected>& expected) {
     QStringList got, want;
@@ -115,26 +108,21 @@ QStringList TextsOf(const QList<PrintCall>& calls, bool withY = false) {
 
 // A printer that fails on given texts, as a printer going offline does, or whose documents
 // never start, as the PDF writer when its file name is cancelled.
-class FailingPrinter : public RecordingPrinter {
-public:
-    explicit FailingPrinter(QStringList failOn, bool refuse = false)
-        : RecordingPrinter("Failing"), mFailOn(std::move(failOn)), mRefuse(refuse) {}
+struct FailingPrinter : RecordingPrinter {
+    FailingPrinter(QStringList failOn, bool refuse)
+        : RecordingPrinter("Failing"), failOn(std::move(failOn)), refuse(refuse) {}
+    QStringList failOn;
+    bool refuse;
     QList<int> copiesAtStart;
-
-protected:
     bool BeginDocument() override {
         copiesAtStart << Copies();
-        return !mRefuse;
+        return !refuse;
     }
     void DrawText(double x, double y, const QString& line) override {
-        if (mFailOn.contains(line))
+        if (failOn.contains(line))
             throw DbError(482, "Printer error");
         RecordingPrinter::DrawText(x, y, line);
     }
-
-private:
-    QStringList mFailOn;
-    bool mRefuse;
 };
 std::shared_ptr<FailingPrinter> UseFailingPrinter(const QStringList& failOn, bool refuse = false) {
     auto p = std::make_shared<FailingPrinter>(failOn, refuse);
@@ -174,16 +162,16 @@ private slots:
         const double notes = 0.83 * kH, totals = 0.84 * kH, total = totals + 5 * kLine + 2 * kHalf;
         // clang-format off
         CompareTexts(invoice, {
-            R("Quill Parts Ltd", kRight, 3 * kLine), R("England", kRight, 9 * kLine),
-            L("Invoice To:", kText, to), L("AB1 2CD", kText, ad + 5 * kLine),
-            L("Invoice #", kLabel, block), R("0031", kRight, block),
-            L("Customer's PO", kLabel, block + 4 * kLine), R("1", kRight, block + 8 * kLine),
-            L("Part No.", kText, head + kLine), R("Ordered", kOrdered, head),
-            R("Invoiced", kQty, head), L("Widget", kText, row1), R("2.5", kQty, row1 + kLine),
-            R("10.125", kPrice, row1 + kLine), R("25.3125", kRight, row1 + kLine),
-            L("Gizmo", kText, row1 + 3 * kLine), L("Thank you", kNotes, notes + 3 * kLine),
-            R("27.31", kRight, totals), R("5.66", kRight, totals + 4 * kLine),
-            L("Total   ", kQty, total), R("37.97", kRight, total)});
+            {"Quill Parts Ltd", kRight, 3 * kLine, true}, {"England", kRight, 9 * kLine, true},
+            {"Invoice To:", kText, to}, {"AB1 2CD", kText, ad + 5 * kLine},
+            {"Invoice #", kLabel, block}, {"0031", kRight, block, true},
+            {"Customer's PO", kLabel, block + 4 * kLine}, {"1", kRight, block + 8 * kLine, true},
+            {"Part No.", kText, head + kLine}, {"Ordered", kOrdered, head, true},
+            {"Invoiced", kQty, head, true}, {"Widget", kText, row1}, {"2.5", kQty, row1 + kLine, true},
+            {"10.125", kPrice, row1 + kLine, true}, {"25.3125", kRight, row1 + kLine, true},
+            {"Gizmo", kText, row1 + 3 * kLine}, {"Thank you", kNotes, notes + 3 * kLine},
+            {"27.31", kRight, totals, true}, {"5.66", kRight, totals + 4 * kLine, true},
+            {"Total   ", kQty, total}, {"37.97", kRight, total, true}});
         // clang-format on
         QVERIFY(!Find(invoice, "Gadget").page); // nothing on this invoice
         // The address box nine lines high, the table box to 82%, the notes and totals boxes; the
