@@ -5,8 +5,6 @@
 #include "foundation/Clock.h"
 #include "foundation/DbEngine.h"
 #include "foundation/Globals.h"
-#include "foundation/Helpers.h"
-#include "foundation/MsgBox.h"
 #include "sales/CustOrder.h"
 #include "tests/support/TestSupport.h"
 

@@ -48,8 +48,8 @@ private slots:
     void arithmetic() {
         CustOrderSheet s = workedExample();
         RecalcOrderTotals(s);
-        QCOMPARE(column(s, OrderCol::Total), "20.25|3.00");
-        QCOMPARE(joined({s.net, s.vat, s.total, s.text3}), "23.25|4.94|33.19|17.5% ");
+        QCOMPARE(joined({column(s, OrderCol::Total), s.net, s.vat, s.total, s.text3}),
+                 "20.25|3.00|23.25|4.94|33.19|17.5% ");
         s.taxOnDel = false; // the charge counts in the total only
         RecalcOrderTotals(s);
         QCOMPARE(joined({s.vat, s.total}), "4.07|32.32");
@@ -136,14 +136,12 @@ private slots:
                                  "to it now if you wish");
         QCOMPARE(joined({s.custBasketID, s.discount, column(s, 1)}), "0013|25|");
         const UBArray parts = LoadPartsForOrder({}, s.discount);
-        QCOMPARE(parts.Rows(), 2); // no category: no filter matches it
-        // Item 2 does not allow discount: the list shows its plain price, the row the
-        // discounted one all the same.
-        QCOMPARE(parts(6, 2).toString(), "9.0075");
-        QVERIFY(AddPartToOrder(s, parts, 2));
-        QVERIFY(!AddPartToOrder(s, parts, 9));
-        QCOMPARE(cells(s.rows[0]), "1|10ARES|Part 10ARES|9.0075|6.75563|1|0|1|1|6.75563|2||Bin 4");
-        QCOMPARE(s.net, "6.75563");
+        // Item 3 has no category: no filter matches it. Item 2 does not allow discount: the list
+        // shows its plain price, the row the discounted one all the same.
+        QCOMPARE(QString::number(parts.Rows()) + '|' + parts(6, 2).toString(), "2|9.0075");
+        QVERIFY(AddPartToOrder(s, parts, 2) && !AddPartToOrder(s, parts, 9));
+        QCOMPARE(cells(s.rows[0]) + ' ' + s.net,
+                 "1|10ARES|Part 10ARES|9.0075|6.75563|1|0|1|1|6.75563|2||Bin 4 6.75563");
 
         // Without a customer nothing is added.
         CustOrderSheet none;
@@ -186,12 +184,11 @@ private slots:
         RecalcOrderTotals(s);
         s.tax1Name = "GST";
         s.tax1Rate = "10";
-        const QString taxRow = parameters("TaxRates");
         boxes.answer(vbNo);
         SaveSalesTaxDefaults(s);
         QCOMPARE(lastBox(boxes), "Save|Save this tax name/description and rate (percentage) as "
                                  "your Sales Tax default?");
-        QCOMPARE(joined({s.vat, s.total, parameters("TaxRates")}), "2.83|33.19|" + taxRow);
+        QCOMPARE(joined({s.vat, s.total, parameters("TaxRates")}), "2.83|33.19|20||n|  |");
         boxes.answer(vbYes);
         SaveSalesTaxDefaults(s);
         QCOMPARE(parameters("TaxRates"), "10|||GST|");
@@ -271,7 +268,6 @@ private slots:
                                  "listed below\nThe Qty in Row 1 is below the Qty already "
                                  "supplied to the customer\nThe Qty in Row 4 is below the Qty "
                                  "already supplied to the customer");
-        QCOMPARE(boxes.shown().last().flags, int(vbInformation));
         QCOMPARE(orderRows(20), before);
 
         // Fixed: a new price and quantity (GrosPrice kept), row 2 at 0 deleted, the added row

