@@ -5,8 +5,6 @@
 #include "foundation/Clock.h"
 #include "foundation/DbEngine.h"
 #include "foundation/Globals.h"
-#include "foundation/Helpers.h"
-#include "foundation/MsgBox.h"
 #include "sales/CustOrder.h"
 #include "tests/support/TestSupport.h"
 
@@ -67,28 +65,16 @@ inline void salesDefaults(const QString& rate = QStringLiteral("17.5")) {
             "'Carriage', '5', 'Y')");
 }
 
-// Every row of a query, its columns joined by "|" (a Null reads empty).
-inline QStringList table(const QString& sql) {
-    QStringList out;
-    Database db = DBEngine::OpenDatabase(gDbPath);
-    for (Recordset rs = db.OpenRecordset(sql); !rs.Eof(); rs.MoveNext()) {
-        QStringList cells;
-        for (int c = 0; c < rs.FieldCount(); ++c)
-            cells << rs.Fields(c).Text();
-        out << cells.join(QLatin1Char('|'));
-    }
-    return out;
-}
 inline QString orderHeader(qint32 order) {
-    return table("SELECT CustID, SalesRef, CustOrRef, CustOrDate, ORDiscount FROM tblCustOrders "
-                 "WHERE CustBasketID=" +
-                 QString::number(order))
+    return SqlRows("SELECT CustID, SalesRef, CustOrRef, CustOrDate, ORDiscount FROM tblCustOrders "
+                   "WHERE CustBasketID=" +
+                   QString::number(order))
         .value(0);
 }
 inline QStringList orderRows(qint32 order) {
-    return table("SELECT StockID, OrderedQty, ShippedQty, GrosPrice, NetPrice FROM "
-                 "tblCustOrderDetail WHERE CustBasketDetailID=" +
-                 QString::number(order) + " ORDER BY RowID");
+    return SqlRows("SELECT StockID, OrderedQty, ShippedQty, GrosPrice, NetPrice FROM "
+                   "tblCustOrderDetail WHERE CustBasketDetailID=" +
+                   QString::number(order) + " ORDER BY RowID");
 }
 
 // A row of the sheet: stock, price, sell price and quantity (the invoice quantity too).

@@ -1,6 +1,6 @@
 // The customer order window driven through its controls: the layout of each mode, a new order
 // taken from the add-items panel and saved, the cell editor and the keys that move the totals,
-// invoicing, the two default panels and the printing panel.
+// the default panels, invoicing, the printing panel, and the sales lists.
 #include "contacts/frmEditContact.h"
 #include "foundation/Printer.h"
 #include "grids/GridEX.h"
@@ -112,22 +112,17 @@ private slots:
         orderData();
         gCustOrderID = 12;
         gCustInvoiceNo = 7;
-        // Title, tip, action buttons, enabled number boxes, delivery boxes, grid columns.
+        // Title, action buttons, enabled number boxes, delivery boxes, grid columns.
         const QString invoice = "Invoice", order = "Customer Order";
         const QString start = "|Command4|Command2|Command7|", end = "|Command19|Command20|";
         const QString delivery = "|txtInvoiceDate|Label22|txtCustShipID|Label10|";
         const QString columns = "|Item|PartNo|Description|Price|SellAt|OrderQty|";
-        // clang-format off
         const QStringList layouts{
-            order + "|Use this window to create a CustomerOrder - More Info >>" + start +
-                "cmdInvoice|Command12|txtCustBasketID|txtInvoiceNo||" + columns + "Total",
-            order + "|View or change a Customer Order which was created and saved earlier - More "
-                "Info >>" + start + "||" + columns + "Done|To Do|Total",
-            invoice + "|Create an Invoice for a saved CustomerOrder - More Info >>" + end +
-                "txtInvoiceNo" + delivery + columns + "Done|InvoiceQty|Total",
-            invoice + "|View or change an Invoice that was created and saved earlier - More Info >>" +
-                end + delivery + columns + "InvoiceQty|Total"};
-        // clang-format on
+            order + start + "cmdInvoice|Command12|txtCustBasketID|txtInvoiceNo||" + columns +
+                "Total",
+            order + start + "||" + columns + "Done|To Do|Total",
+            invoice + end + "txtInvoiceNo" + delivery + columns + "Done|InvoiceQty|Total",
+            invoice + end + delivery + columns + "InvoiceQty|Total"};
         for (quint8 mode = 1; mode <= 4; ++mode) {
             gCustOrderMode = mode;
             if (mode == 4)
@@ -142,33 +137,14 @@ private slots:
             for (QWidget* b : {w.txtCustBasketID, w.txtInvoiceNo})
                 if (b->isEnabled())
                     enabled << b;
-            QCOMPARE(joined({w.windowTitle(), w.lblTip->text(), actionButtons(w), shown(enabled),
+            QCOMPARE(joined({w.windowTitle(), actionButtons(w), shown(enabled),
                              shown({w.txtInvoiceDate, w.Label22, w.txtCustShipID, w.Label10}),
                              columns.join('|')}),
                      layouts[mode - 1]);
-            QVERIFY(w.lblInfo->text().count("\n\n") >= 3 && w.FrameInfo->isVisible());
-            QVERIFY(!w.fgSOrder->horizontalHeader()->isVisible());
             if (mode % 2 == 0)
                 w.Command21->click(); // silent: no answer is queued
         }
         QVERIFY(boxes.allAnswersUsed());
-
-        // Mode 1: the next invoice number, no customer chosen; the help frame shrinks away
-        // and comes back.
-        gCustOrderMode = 1;
-        frmCustOrder w;
-        w.show();
-        QCOMPARE(joined({w.txtInvoiceNo->text(), QString::number(w.cboCustlist->currentIndex()),
-                         w.cboCustlist->placeholderText()}),
-                 "0008|-1|Select Customer");
-        QVERIFY(w.tmrInfo->isActive() && !w.Command17->isVisible());
-        w.Command16->click();
-        QVERIFY(!w.FrameInfo->isVisible() && w.Command17->isVisible());
-        w.Command17->click();
-        QVERIFY(w.FrameInfo->isVisible() && !w.Command17->isVisible());
-        boxes.answer(vbOK);
-        w.Command21->click();
-        QVERIFY(lastBox(boxes).startsWith("qstk3|This is the next available Invoice Number"));
     }
 
     void aNewOrderTakesACustomerItemsAndIsSaved() {
@@ -186,46 +162,24 @@ private slots:
         });
         w.cboCustlist->setCurrentIndex(0);
         QCOMPARE(joined({QString::number(w.cboCustlist->currentIndex()),
-                         QString::number(w.cboCustlist->count()), w.txtCustName->text()}),
-                 "-1|3|");
+                         w.cboCustlist->placeholderText(), w.txtCustName->text()}),
+                 "-1|Select Customer|");
         w.cboCustlist->setCurrentIndex(w.cboCustlist->findText("Acme"));
         QCOMPARE(joined({w.txtCustName->text(), w.txtCustBasketID->text(), w.txtDiscount->text()}),
                  "Acme|0013|10");
 
-        // The number box takes digits only and reads "0000" once left; the notes lose any
-        // apostrophe.
-        activate(w); // the contact window had the focus
-        w.txtCustBasketID->setFocus();
-        w.txtCustBasketID->selectAll();
-        QTest::keyClicks(QApplication::focusWidget(), "0a2");
-        QCOMPARE(w.txtCustBasketID->text(), "02");
-        w.txtNotes->setFocus();
-        QTest::keyClicks(QApplication::focusWidget(), "It's");
-        w.txtCustOrNo->setFocus();
-        QCOMPARE(joined({w.txtCustBasketID->text(), w.mSheet.notes}), "0002|Its");
-
-        // Items: the totals wait while the panel is open; a search by part number.
+        // Items: the totals wait while the panel is open.
         w.Command4->click();
-        GridEX* parts = w.frmBParts->gdxAllParts;
-        QCOMPARE(parts->RowCount(), 2);
-        parts->SetRow(2);
-        emit parts->RowActivated(2); // B-2 at 4.00, 10 % off
-        QCOMPARE(
-            joined({cell(w.fgSOrder, 0, OrderCol::PartNo), cell(w.fgSOrder, 0, OrderCol::SellAt),
-                    cell(w.fgSOrder, 0, OrderCol::Total)}),
-            "B-2|3.60|");
-        w.frmBParts->txtItemFilter->setText("A-");
-        w.frmBParts->Command1->click();
-        QCOMPARE(parts->RowCount(), 1);
-        emit parts->RowActivated(1);
+        emit w.frmBParts->gdxAllParts->RowActivated(2); // B-2 at 4.00, 10 % off
+        QCOMPARE(cell(w.fgSOrder, 0, OrderCol::SellAt) + '|' + cell(w.fgSOrder, 0, OrderCol::Total),
+                 "3.60|");
+        emit w.frmBParts->gdxAllParts->RowActivated(1);
         w.frmBParts->Command3->click();
-        QVERIFY(!w.frmBParts->isVisible());
-        QCOMPARE(joined({cell(w.fgSOrder, 1, OrderCol::SellAt), w.txtNet->text(), w.txtVat->text(),
-                         w.txtTotal->text(), QString::number(w.vs1->maximum())}),
-                 "9.00|12.60|1.26|13.86|2");
+        QCOMPARE(joined({w.txtNet->text(), w.txtVat->text(), w.txtTotal->text()}),
+                 "12.60|1.26|13.86");
 
-        // Saved under the next number (0002 is in use), without its buttons; "Print?" Yes
-        // offers the order copy alone.
+        // Saved under the next number, without its buttons; "Print?" Yes offers the order copy
+        // alone.
         boxes.answer(vbYes);
         w.Command2->click();
         QCOMPARE(lastBox(boxes),
@@ -233,28 +187,11 @@ private slots:
         QCOMPARE(joined({w.txtCustBasketID->text(), actionButtons(w), printButtons(w)}),
                  "0013||btnPrintOrder");
         QCOMPARE(orderRows(13), QStringList({"2|1|0|4|3.6", "1|1|0|10|9"}));
-
-        // Invoiced at once from a second window: "Print?" No leaves the panel closed.
-        frmCustOrder v;
-        v.show();
-        boxes.answer(vbOK);
-        v.cmdInvoice->click();
-        QCOMPARE(lastBox(boxes), "Order has no items|Can't process an empty invoice");
-        v.cboCustlist->setCurrentIndex(v.cboCustlist->findText("Beta"));
-        v.Command4->click();
-        emit v.frmBParts->gdxAllParts->RowActivated(1);
-        v.frmBParts->Command3->click();
-        boxes.answer(vbNo);
-        v.cmdInvoice->click();
-        QCOMPARE(lastBox(boxes),
-                 "Print?|The Order/Invoice was saved - Do you want to print the invoice now ?");
-        QCOMPARE(joined({actionButtons(v), printButtons(v)}), "|<hidden>");
-        QCOMPARE(table("SELECT CustOrderID, InvoiceNo FROM tblDespatch WHERE DespID=2"),
-                 QStringList({"14|8"}));
-        QVERIFY(boxes.allAnswersUsed());
     }
 
-    void cellEditorKeysAndInvoicing() {
+    // A saved order: the cell editor and the keys, the default panels; then invoiced, and its
+    // invoice printed from the panel.
+    void cellEditorPanelsAndInvoicing() {
         TestData data;
         ScriptedBoxes boxes;
         orderData();
@@ -263,7 +200,7 @@ private slots:
         {
             frmCustOrder w;
             activate(w);
-            QCOMPARE(w.txtNet->text(), "102.60");
+            QCOMPARE(joined({w.txtNet->text(), w.Text3->text()}), "102.60|10.0% ");
             // A click on a yellow cell lays fgedit over it with the cell's text, all selected.
             typeInCell(w, 1, OrderCol::OrderQty, "");
             const QRect r =
@@ -271,32 +208,20 @@ private slots:
             QCOMPARE(QApplication::focusWidget(), w.fgedit);
             QCOMPARE(w.fgedit->geometry().topLeft(), w.fgSOrder->mapTo(w.Rows, r.topLeft()));
             QCOMPARE(joined({w.fgedit->text(), w.fgedit->selectedText()}), "2.0|2.0");
-            QCOMPARE(w.fgSOrder->item(1, OrderCol::OrderQty)->background().color(),
-                     QColor(0xFF, 0xFF, 0xC0));
             // Each key moves the totals; letters are refused; Up moves to the row above.
             QTest::keyClicks(QApplication::focusWidget(), "5x");
             QCOMPARE(joined({w.fgedit->text(), cell(w.fgSOrder, 1, OrderCol::Total),
                              w.txtNet->text(), w.txtVat->text(), w.txtTotal->text()}),
                      "5|19.00|114.00|11.40|125.40");
-            QTest::keyClick(QApplication::focusWidget(), Qt::Key_Up);
-            QCOMPARE(joined({QString::number(w.fgSOrder->currentRow()), w.fgedit->text()}),
-                     "0|10.0");
+            QTest::keyClick(QApplication::focusWidget(), Qt::Key_Up); // to the row above
+            QCOMPARE(w.fgedit->text(), "10.0");
 
-            // A price typed by hand; a click on a white cell hides fgedit; leaving the discount
-            // box reprices every row again.
+            // A price typed by hand is lost on leaving the discount box.
             typeInCell(w, 0, OrderCol::SellAt, "12");
             QCOMPARE(cell(w.fgSOrder, 0, OrderCol::SellAt), "12.00");
-            typeInCell(w, 0, OrderCol::Price, "");
-            QVERIFY(!w.fgedit->isVisible());
             w.txtDiscount->setFocus();
-            QTest::keyClicks(QApplication::focusWidget(), "x");
-            w.txtDelivery->setFocus();
-            QCOMPARE(cell(w.fgSOrder, 0, OrderCol::SellAt), "9.50");
-            w.txtDelivery->selectAll();
-            QTest::keyClicks(QApplication::focusWidget(), "7");
-            QCOMPARE(w.txtTotal->text(), "133.10"); // 114 + 12.10 + 7
             w.txtCustOrNo->setFocus();
-            QCOMPARE(w.txtDelivery->text(), "7.00"); // rewritten through "0.00" on leaving
+            QCOMPARE(cell(w.fgSOrder, 0, OrderCol::SellAt), "9.50");
 
             // A row added to a saved order does not offer invoicing: the order has its number.
             w.Command4->click();
@@ -305,108 +230,42 @@ private slots:
             QCOMPARE(joined({QString::number(w.fgSOrder->rowCount()), actionButtons(w)}),
                      "3|Command4|Command2|Command7");
 
-            // The scroll bar moves the grid under the captions.
-            const int top = w.fgSOrder->y();
-            w.vs1->setValue(1);
-            QCOMPARE(w.fgSOrder->y(), top - w.fgSOrder->rowHeight(0));
+            // The tax panel: on No it closes and the tax follows all the same.
+            w.Command11->click();
+            w.frmSalesTax->txtTax1Rate->setText("20");
+            boxes.answer(vbNo);
+            w.frmSalesTax->Command13->click();
+            QCOMPARE(QString::number(w.frmSalesTax->isVisible()) + w.txtVat->text(), "024.70");
+            // The delivery panel: No keeps it open.
+            w.Command10->click();
+            boxes.answer(vbNo);
+            w.frmEditDelCharges->cmdSaveDelCharges->click();
+            QVERIFY(w.frmEditDelCharges->isVisible());
         }
 
-        // Invoicing it: too many is refused with the window as it was; then written, the bar
-        // shown, and the invoice's documents offered.
+        // Invoicing it: written, the bar shown, and the invoice's documents offered.
         gCustOrderMode = 3;
         frmCustOrder w;
         activate(w);
         QCOMPARE(joined({w.txtCustShipID->text(), w.txtInvoiceNo->text(), w.txtNet->text()}),
                  "0012-002|0008|74.10");
-        typeInCell(w, 0, OrderCol::InvoiceQty, "8");
-        boxes.answer(vbOK);
-        w.Command19->click();
-        QVERIFY(lastBox(boxes).endsWith("\nThe maximum Invoice Qty of row 1 is 7"));
-        QCOMPARE(joined({actionButtons(w), printButtons(w)}), "Command19|Command20|<hidden>");
         typeInCell(w, 0, OrderCol::InvoiceQty, "4");
         w.Command19->click();
         QCOMPARE(boxes.processingBars(), 1);
         QCOMPARE(joined({actionButtons(w), printButtons(w)}),
                  "|btnPrintInvoice|btnPrintDelNote|btnPrintPickList|btnPickHelp");
         QCOMPARE(orderRows(12), QStringList({"1|10|7|10|9.5", "2|2|2|4|3.8"}));
-    }
 
-    void panels() {
-        TestData data;
-        ScriptedBoxes boxes;
-        orderData();
-        ExecSql("INSERT INTO tblHome (CoName, Add1, Add2, Add3, Add4, Add5, Add6, Tel1, Fax1) "
-                "VALUES ('Quill Parts Ltd', 'Unit 4', 'Mill Lane', 'Northtown', 'Shire', "
-                "'NT1 1AA', 'England', '0123 456', '0123 789')");
-        FormMain main;
-        main.ShowHomeDetails();
-        ExecSql("UPDATE tblHome SET CoName='Renamed Ltd'"); // the main window's block counts
-        gCustOrderMode = 2;
-        gCustOrderID = 12;
-        frmCustOrder w(&main);
-        activate(w);
-        QCOMPARE(w.Text3->text(), "10.0% ");
-
-        // Tax: on No the document follows the panel all the same; the total waits.
-        w.Command11->click();
-        w.frmSalesTax->txtTax1Name->setText("GST");
-        w.frmSalesTax->txtTax1Rate->setText("20");
-        boxes.answer(vbNo);
-        w.frmSalesTax->Command13->click();
-        QCOMPARE(joined({QString::number(w.frmSalesTax->isVisible()), w.txtVatText->text(),
-                         w.Text3->text(), w.txtVat->text(), w.txtTotal->text()}),
-                 "0|GST|20% |20.52|112.86");
-
-        // Delivery: No keeps the panel; Cancel closes it, the tick counting all the same; Yes.
-        w.Command10->click();
-        w.frmEditDelCharges->txtDeliveryCost->setText("8.00");
-        w.frmEditDelCharges->chkTaxOnDel->setChecked(false);
-        boxes.answer(vbNo);
-        w.frmEditDelCharges->cmdSaveDelCharges->click();
-        QCOMPARE(joined({QString::number(w.frmEditDelCharges->isVisible()), w.txtDelivery->text()}),
-                 "1|0.00");
-        w.frmEditDelCharges->cmdIgnoreDelCharges->click();
-        QVERIFY(!w.frmEditDelCharges->isVisible() && !w.mSheet.taxOnDel);
-        w.Command10->click();
-        boxes.answer(vbYes);
-        w.frmEditDelCharges->cmdSaveDelCharges->click();
-        QCOMPARE(joined({QString::number(w.frmEditDelCharges->isVisible()),
-                         w.txtDeliveryText->text(), w.txtDelivery->text(), w.txtTotal->text()}),
-                 "0|Delivery|8.00|131.12"); // 102.60 + 20.52 + 8.00
-        QCOMPARE(table("SELECT f2, f3 FROM tblParameters WHERE ParaName='ShippingPars'"),
-                 QStringList({"8.00|N"}));
-
-        // Printing: every printer listed, the current one chosen; the choice takes the documents
-        // and each press asks again.
+        // Printing: every printer listed, the current one chosen; the choice takes the invoice.
         auto first = std::make_shared<RecordingPrinter>("First");
-        auto second = std::make_shared<RecordingPrinter>("Second");
-        SetPrinters({first, second});
-        SetCurrentPrinter(second);
-        w.frmPrinter->ShowDocumentButtons(frmPrinter::Documents::Invoice);
+        SetPrinters({first, std::make_shared<RecordingPrinter>("Second")});
         w.ShowPrinterPanel();
-        QComboBox* combo = w.frmPrinter->cboSelectPrinter;
-        QCOMPARE(
-            joined({QString::number(combo->count()), combo->currentText(), w.mSelectedPrinter}),
-            "2|Second|Second");
-        combo->setCurrentIndex(0);
+        w.frmPrinter->cboSelectPrinter->setCurrentIndex(0);
         boxes.answerInput("1");
         w.frmPrinter->btnPrintInvoice->click();
-        boxes.answerInput("2");
-        w.frmPrinter->btnPrintPickList->click();
-        boxes.cancelInput();
-        w.frmPrinter->btnPrintDelNote->click();
-        const QStringList texts = first->Texts();
-        QCOMPARE(joined({w.mSelectedPrinter, QString::number(first->Documents()),
-                         QString::number(second->Documents()), QString::number(texts.count("A1")),
-                         QString::number(boxes.prompts(ShownBox::Input).size())}),
-                 "First|3|0|4|3");
-        QVERIFY(texts.contains("Quill Parts Ltd") && texts.contains("England"));
-        QVERIFY(!texts.contains("Renamed Ltd") && texts.filter("0123").isEmpty());
-        boxes.answer(vbOK);
-        w.frmPrinter->btnPickHelp->click();
-        QCOMPARE(lastBox(boxes).section('|', 0, 0), "Packing Note");
-        w.frmPrinter->cmdCancelPrint->click();
-        QVERIFY(!w.frmPrinter->isVisible());
+        QCOMPARE(joined({QString::number(w.frmPrinter->cboSelectPrinter->count()),
+                         w.mSelectedPrinter, QString::number(first->Documents())}),
+                 "2|First|1");
 
         // No printer: the box, and the documents cannot be chosen.
         SetPrinters({});
@@ -414,8 +273,7 @@ private slots:
         w.ShowPrinterPanel();
         QCOMPARE(lastBox(boxes), "qstk3|The system doesn't seem to have any available printer. "
                                  "Print options will be disabled until a printer is installed");
-        QVERIFY(!w.frmPrinter->btnPrintInvoice->isEnabled());
-        QVERIFY(boxes.allAnswersUsed());
+        QVERIFY(!w.frmPrinter->btnPrintInvoice->isEnabled() && boxes.allAnswersUsed());
     }
 
     // The sales lists of the main window open the window in the mode of their row and are read
@@ -423,9 +281,17 @@ private slots:
     void salesLists() {
         TestData data;
         ScriptedBoxes boxes;
-        orderData(); // order 12 pending, invoice 7 of it
+        // Order 12 pending with invoice 7 of it, 13 done, 14 mixed (under both lists), 15
+        // without rows (under neither); invoice 0 of 13, and one of an order that has gone.
+        orderData();
         addOrder(13, 2, "done");
         addOrderRow(13, 1, 3, 3, 10, 10);
+        addOrder(14, 2, "mixed");
+        addOrderRow(14, 1, 4, 4, 1, 1);
+        addOrderRow(14, 2, 4, 0, 1, 1);
+        addOrder(15, 2, "empty");
+        addDespatch(13, 1, 0);
+        addDespatch(99, 1, 5);
         FormMain w;
         w.resize(1000, 700);
         w.show();
@@ -433,23 +299,18 @@ private slots:
         w.ButtonBar1_ButtonClick("Customer Orders", "CustOrEdit");
         auto* panel = w.frmViewCustOrders->findChild<CustOrderListPanel*>();
         GridEX* grid = panel->gdxCustOrdersList;
-        QCOMPARE(joined({QString::number(gCustOrderMode), firstColumn(grid)}), "2|0012");
+        QCOMPARE(joined({QString::number(gCustOrderMode), firstColumn(grid)}), "2|0012|0014");
         QVERIFY(panel->optCustORPending->isChecked() && w.CurrentGrid() == grid);
 
-        // A completed order offers "View/Edit this Order" only; a release on the headings
-        // opens nothing.
+        // A completed order offers "View/Edit this Order" only.
         panel->optCustORCompleted->click();
-        QCOMPARE(firstColumn(grid), "0013");
         releaseOverRow(grid, 1);
-        QCOMPARE(shown({panel->Frame2, panel->Label5, panel->Label9}), "Frame2|Label5");
+        QCOMPARE(firstColumn(grid) + shown({panel->Label5, panel->Label9}), "0013|0014Label5");
         panel->optCustORPending->click();
-        emit grid->MouseUp(Qt::LeftButton, 200, 30);
-        QVERIFY(!panel->Frame2->isVisible());
 
         // Label9 opens the pending order to be invoiced, Label5 to be changed: saved with every
         // row supplied in full, the list read again has it under "Completed." only.
         releaseOverRow(grid, 1);
-        QVERIFY(panel->Label9->isVisible());
         whenOrderWindowOpens();
         QTest::mouseClick(panel->Label9, Qt::LeftButton);
         QCOMPARE(joined({QString::number(seenMode), QString::number(gCustOrderID)}), "3|12");
@@ -463,28 +324,19 @@ private slots:
         QTest::mouseClick(panel->Label5, Qt::LeftButton);
         QCOMPARE(joined({QString::number(seenMode),
                          QString::number(panel->optCustORPending->isChecked()), firstColumn(grid)}),
-                 "2|1|");
+                 "2|1|0014");
         panel->optCustORCompleted->click();
-        QCOMPARE(firstColumn(grid), "0012|0013");
-
-        // Export works on the list while it shows.
-        const QString csv = data.path("orders.csv");
-        boxes.answerFile(csv);
-        boxes.answer(vbOK);
-        w.buttons_ButtonClick(5);
-        QFile f(csv);
-        QVERIFY(f.open(QIODevice::ReadOnly));
-        QVERIFY(f.readAll().startsWith("Our OrderID,Customer,Customer ORNo,Date,Done"));
+        QCOMPARE(firstColumn(grid), "0012|0013|0014");
 
         // The invoice list opens an invoice on one click, without the pop-up.
         w.ButtonBar1_ButtonClick("Customer Orders", "ViewInvoice");
         QCOMPARE(joined({QString::number(gCustOrderMode), firstColumn(grid),
-                         grid->CellValue(1, 2).toString()}),
-                 "4|0007|0012-001");
+                         grid->CellValue(2, 2).toString()}),
+                 "4|0000|0007|0012-001");
         QVERIFY(!panel->optCustORPending->isVisible());
         whenOrderWindowOpens();
         boxes.answer(vbOK); // invoice 7 has no rows, and the window says so as it loads it
-        releaseOverRow(grid, 1);
+        releaseOverRow(grid, 2);
         QCOMPARE(joined({QString::number(seenMode), QString::number(gCustInvoiceNo)}), "4|7");
         QVERIFY(!panel->Frame2->isVisible() && boxes.allAnswersUsed());
     }

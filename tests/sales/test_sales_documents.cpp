@@ -1,12 +1,11 @@
-// The order copy, invoice, delivery note and packing note on the recording printer: every text
-// with its place, the kinds against each other, continuation sheets, notes, the logo, the copies
+// The order copy, invoice, delivery note and packing note on the recording printer: telling texts
+// at their places, the kinds against each other, continuation sheets, the logo, the copies
 // question and the printer's own settings.
 #include "foundation/Printer.h"
 #include "foundation/Settings.h"
 #include "sales/SalesDocuments.h"
 #include "tests/sales/SalesFixture.h"
 
-#include <QCryptographicHash>
 #include <QFile>
 
 using namespace sales_fixture;
@@ -36,6 +35,7 @@ OrderRow Row(const QStringList& c) {
 
 // An invoice being made from order 12: the Gadget row is not on this invoice, the Gizmo is
 // invoiced although its order quantity reads 0, so that each kind shows which column it reads.
+// Its notes break at CR LF and at LF alone, an empty line between, the last without a break.
 CustOrderSheet Sheet() {
     // clang-format off
     return {.mode = OrderMode::InvoiceOrder, .custListText = {}, .custID = {},
@@ -48,8 +48,17 @@ CustOrderSheet Sheet() {
                      Row({"Gizmo", "D-4", "2", "0", "1", "2.00", "D1"})},
             .net = "27.31", .delivery = "5.00", .vat = "5.66", .total = "37.97",
             .deliveryText = "Carriage  ", .vatText = "VAT  ",
-            .notes = "Goods remain ours until paid.\nThank you"};
+            .notes = "Goods remain ours until paid.\r\n\nThank you"};
     // clang-format on
+}
+
+// The sheet with `n` rows of one piece at 1.00.
+CustOrderSheet LongSheet(int n) {
+    CustOrderSheet sheet = Sheet();
+    sheet.rows.clear();
+    for (int i = 1; i <= n; ++i)
+        sheet.rows << Row({QStringLiteral("Item %1").arg(i), "P", "1", "1", "1", "1", ""});
+    return sheet;
 }
 
 // Prints one copy of a kind.
@@ -61,34 +70,31 @@ SalesDocumentResult PrintOne(const QString& kind, const CustOrderSheet& sheet, S
 
 // Places as text: a call's corners, or a page, x, y and font size.
 QString Place(double a, double b, double c, double d) {
-    return QStringLiteral("%1 %2 %3 %4")
-        .arg(a, 0, 'f', 1)
-        .arg(b, 0, 'f', 1)
-        .arg(c, 0, 'f', 1)
-        .arg(d, 0, 'f', 1);
+    return QString::asprintf("%.1f %.1f %.1f %.1f", a, b, c, d);
 }
 QString Corners(const PrintCall& c) {
     return Place(c.x, c.y, c.x2, c.y2);
 }
-// A text as expected: where it starts (L) or, right-aligned, where it ends (R), and its line.
+// The n-th text call with this text; one with page 0 when there is none.
+PrintCall Find(const QList<PrintCall>& calls, const QString& text, int occurrence = 1) {
+    for (const PrintCall& c : calls)
+        if (c.text == text && --occurrence == 0)
+            return c;
+    return PrintCall{};
+}
+
+// A text as expected: where it starts or, right-aligned, where it ends, and its line.
 struct Expected {
     QString text;
-    double mark;
-    bool right;
-    double y;
+    double mark, y;
+    bool right = false;
 };
-Expected L(const QString& text, double x, double y) {
-    return {text, x, false, y};
-}
-Expected R(const QString& text, double mark, double y) {
-    return {text, mark, true, y};
-}
+// Each text at its first occurrence: on page 1 at size 10, where it starts or ends, on its line.
 void CompareTexts(const QList<PrintCall>& calls, const QList<Expected>& expected) {
     QStringList got, want;
-    for (int i = 0; i < qMax(calls.size(), expected.size()); ++i) {
-        const PrintCall c = calls.value(i);
-        const Expected e = expected.value(i);
-        got << c.text + ' ' + Place(c.page, e.right ? c.x2 : c.x, c.y, c.fontSize);
+    for (const Expected& e : expected) {
+        const PrintCall c = Find(calls, e.text);
+        got << e.text + ' ' + Place(c.page, e.right ? c.x2 : c.x, c.y, c.fontSize);
         want << e.text + ' ' + Place(1, e.mark, e.y, 10);
     }
     QCOMPARE(got, want);
@@ -101,36 +107,23 @@ QStringList TextsOf(const QList<PrintCall>& calls, bool withY = false) {
     return out;
 }
 
-// The n-th text call with this text; one with page 0 when there is none.
-PrintCall Find(const QList<PrintCall>& calls, const QString& text, int occurrence = 1) {
-    for (const PrintCall& c : calls)
-        if (c.text == text && --occurrence == 0)
-            return c;
-    return PrintCall{};
-}
-
 // A printer that fails on given texts, as a printer going offline does, or whose documents
 // never start, as the PDF writer when its file name is cancelled.
-class FailingPrinter : public RecordingPrinter {
-public:
-    explicit FailingPrinter(QStringList failOn, bool refuse = false)
-        : RecordingPrinter("Failing"), mFailOn(std::move(failOn)), mRefuse(refuse) {}
+struct FailingPrinter : RecordingPrinter {
+    FailingPrinter(QStringList failOn, bool refuse)
+        : RecordingPrinter("Failing"), failOn(std::move(failOn)), refuse(refuse) {}
+    QStringList failOn;
+    bool refuse;
     QList<int> copiesAtStart;
-
-protected:
     bool BeginDocument() override {
         copiesAtStart << Copies();
-        return !mRefuse;
+        return !refuse;
     }
     void DrawText(double x, double y, const QString& line) override {
-        if (mFailOn.contains(line))
+        if (failOn.contains(line))
             throw DbError(482, "Printer error");
         RecordingPrinter::DrawText(x, y, line);
     }
-
-private:
-    QStringList mFailOn;
-    bool mRefuse;
 };
 std::shared_ptr<FailingPrinter> UseFailingPrinter(const QStringList& failOn, bool refuse = false) {
     auto p = std::make_shared<FailingPrinter>(failOn, refuse);
@@ -159,7 +152,6 @@ private slots:
             kinds[k] = printer->Calls();
         }
         QCOMPARE(boxes.prompts(ShownBox::Input), QStringList(4, "Print Invoice. How many copies?"));
-        QCOMPARE(boxes.shown().at(0).title, "Invoice");
         const auto& [invoice, delivery, packing, order] = kinds;
 
         // The company block right on xRight from the fourth line (its empty line kept); the
@@ -168,38 +160,21 @@ private slots:
         const double to = kH / 10 + 3 * kLine, block = to + kLine, ad = block + kHalf;
         const double head = ad + 9 * kLine + kHalf, row1 = head + 4 * kLine + kHalf;
         const double notes = 0.83 * kH, totals = 0.84 * kH, total = totals + 5 * kLine + 2 * kHalf;
-        QList<PrintCall> texts;
-        for (const PrintCall& c : invoice)
-            if (c.kind == PrintCall::Text)
-                texts << c;
         // clang-format off
-        CompareTexts(texts, {
-            R("Quill Parts Ltd", kRight, 3 * kLine), R("Unit 4", kRight, 4 * kLine),
-            R("Mill Lane", kRight, 5 * kLine), R("Northtown", kRight, 7 * kLine),
-            R("NT1 1AA", kRight, 8 * kLine), R("England", kRight, 9 * kLine),
-            L("Invoice To:", kText, to), L("Acme Ltd", kText, ad), L("1 High St", kText, ad + kLine),
-            L("Lower Town", kText, ad + 2 * kLine), L("Shire", kText, ad + 3 * kLine),
-            L("Kingdom", kText, ad + 4 * kLine), L("AB1 2CD", kText, ad + 5 * kLine),
-            L("Invoice #", kLabel, block), R("0031", kRight, block),
-            L("Delivery #", kLabel, block + 2 * kLine), R("0012-002", kRight, block + 2 * kLine),
-            L("Customer's PO", kLabel, block + 4 * kLine), R("PO-7", kRight, block + 4 * kLine),
-            L("Invoice Date:", kLabel, block + 6 * kLine), R("01/05/2026", kRight, block + 6 * kLine),
-            L("Page# ", kLabel, block + 8 * kLine), R("1", kRight, block + 8 * kLine),
-            L("Description", kText, head), L("Part No.", kText, head + kLine),
-            R("Ordered", kOrdered, head), R("Price", kPrice, head), R("Invoiced", kQty, head),
-            R("Total", kRight, head),
-            L("Widget", kText, row1), L("A-1", kText, row1 + kLine), R("2.0", kOrdered, row1 + kLine),
-            R("2.5", kQty, row1 + kLine), R("10.125", kPrice, row1 + kLine),
-            R("25.3125", kRight, row1 + kLine),
-            L("Gizmo", kText, row1 + 3 * kLine), L("D-4", kText, row1 + 4 * kLine),
-            R("0.0", kOrdered, row1 + 4 * kLine), R("1.0", kQty, row1 + 4 * kLine),
-            R("2.00", kPrice, row1 + 4 * kLine), R("2.00", kRight, row1 + 4 * kLine),
-            L("Notes", kNotes, notes), L("Goods remain ours until paid.", kNotes, notes + 2 * kLine),
-            L("Thank you", kNotes, notes + 3 * kLine), R("27.31", kRight, totals),
-            L("Carriage  ", kQty, totals + 2 * kLine), R("5.00", kRight, totals + 2 * kLine),
-            L("VAT  ", kQty, totals + 4 * kLine), R("5.66", kRight, totals + 4 * kLine),
-            L("Total   ", kQty, total), R("37.97", kRight, total)});
+        CompareTexts(invoice, {
+            {"Quill Parts Ltd", kRight, 3 * kLine, true}, {"England", kRight, 9 * kLine, true},
+            {"Invoice To:", kText, to}, {"AB1 2CD", kText, ad + 5 * kLine},
+            {"Invoice #", kLabel, block}, {"0031", kRight, block, true},
+            {"Customer's PO", kLabel, block + 4 * kLine}, {"1", kRight, block + 8 * kLine, true},
+            {"Part No.", kText, head + kLine}, {"Ordered", kOrdered, head, true},
+            {"Invoiced", kQty, head, true}, {"Widget", kText, row1}, {"2.5", kQty, row1 + kLine, true},
+            {"10.125", kPrice, row1 + kLine, true}, {"25.3125", kRight, row1 + kLine, true},
+            {"Gizmo", kText, row1 + 3 * kLine}, {"Goods remain ours until paid.", kNotes, notes + 2 * kLine},
+            {"Thank you", kNotes, notes + 4 * kLine},
+            {"27.31", kRight, totals, true}, {"5.66", kRight, totals + 4 * kLine, true},
+            {"Total   ", kQty, total}, {"37.97", kRight, total, true}});
         // clang-format on
+        QVERIFY(!Find(invoice, "Gadget").page); // nothing on this invoice
         // The address box nine lines high, the table box to 82%, the notes and totals boxes; the
         // rule under the heading and the line over the total.
         QStringList drawn;
@@ -222,15 +197,9 @@ private slots:
                     .contains(TextsOf(invoice)[i]))
                 steps.removeAt(i);
         QCOMPARE(TextsOf(delivery, true), steps);
-        // clang-format off
-        QCOMPARE(TextsOf(delivery).mid(6, 24), QStringList({"Delivery To:", "Acme Ltd", "1 High St",
-            "Lower Town", "Shire", "Kingdom", "AB1 2CD", "Delivery #", "0012-002", "Invoice #", "0031",
-            "Customer's PO", "PO-7", "Date:", "01/05/2026", "Page# ", "1", "Description", "Part No.",
-            "Ordered", "Qty", "Widget", "A-1", "2.0"}));
-        // clang-format on
-        QCOMPARE(QList<double>({Find(delivery, "Qty").x2, Find(delivery, "2.5").x2,
-                                Find(delivery, "2.0").x2, Find(delivery, "Invoice #").x}),
-                 QList<double>({kRight, kRight, kOrdered, kLabel}));
+        QCOMPARE(joined(TextsOf(delivery).mid(13, 10)),
+                 "Delivery #|0012-002|Invoice #|0031|Customer's PO|PO-7|Date:|01/05/2026|Page# |1");
+        QCOMPARE(Find(delivery, "2.5").x2, kRight);
         QCOMPARE(delivery.size() - TextsOf(delivery).size(), 3 + 1 + 1); // boxes, rule, EndDoc
 
         // The packing note: the delivery note plus the location caption and each location at
@@ -243,21 +212,17 @@ private slots:
         for (const PrintCall& c : delivery)
             deliveryCalls << c.text + ' ' + Corners(c);
         QCOMPARE(withoutLocations, deliveryCalls);
-        QCOMPARE(QStringList({locations[0].section(' ', 0, 0), locations[1].section(' ', 0, 0),
-                              locations[2].section(' ', 0, 0)}),
-                 QStringList({"Location", "A1", "D1"}));
-        QCOMPARE(Find(packing, "Location").y, Find(packing, "Description").y);
-        QCOMPARE(Find(packing, "D1").y, Find(packing, "D-4").y);
+        QCOMPARE(QList<double>({double(locations.size()), Find(packing, "Location").y,
+                                Find(packing, "A1").y, Find(packing, "D1").y}),
+                 QList<double>({3, head, row1 + kLine, row1 + 4 * kLine}));
 
         // The order copy reads OrderQty: the Gadget prints and the Gizmo does not; no "Ordered"
         // column; its own right block.
-        QCOMPARE(TextsOf(order).mid(21, 13),
-                 QStringList({"Description", "Part No.", "Price", "Qty", "Total", "Widget", "A-1",
-                              "2.0", "10.125", "25.3125", "Gadget", "B-2", "1.0"}));
-        QCOMPARE(QList<double>({Find(order, "Delivery To:").x, Find(order, "Order ID #").x,
-                                Find(order, "0012").y, Find(order, "Customer's PO").y,
-                                Find(order, "Order Date:").y, Find(order, "1.0").x2}),
-                 QList<double>({kText, kLabel, block, block + 2 * kLine, block + 4 * kLine, kQty}));
+        QCOMPARE(
+            joined(TextsOf(order).mid(21, 13)),
+            "Description|Part No.|Price|Qty|Total|Widget|A-1|2.0|10.125|25.3125|Gadget|B-2|1.0");
+        QCOMPARE(QList<double>({Find(order, "0012").y, Find(order, "Order Date:").y}),
+                 QList<double>({block, block + 4 * kLine}));
         QVERIFY(!Find(order, "Gizmo").page && !Find(order, "Invoice #").page);
 
         // Without the customer's reference its line goes and the date moves up.
@@ -265,7 +230,6 @@ private slots:
         noRef.custOrNo.clear();
         printer->Clear();
         PrintOne("Invoice", noRef, boxes);
-        QVERIFY(!printer->Texts().contains("Customer's PO"));
         QCOMPARE(Find(printer->Calls(), "Invoice Date:").y, block + 4 * kLine);
     }
 
@@ -275,21 +239,15 @@ private slots:
         auto printer = UseRecordingPrinter();
         // 11 rows fill the first sheet and 14 each continuation sheet; the 25th row ends at 80%
         // of the second sheet, so the foot goes to a third sheet of its own.
-        CustOrderSheet sheet = Sheet();
-        sheet.rows.clear();
-        for (int i = 1; i <= 25; ++i)
-            sheet.rows << Row({QStringLiteral("Item %1").arg(i), "P", "1", "1", "1", "1", ""});
-        PrintOne("Invoice", sheet, boxes);
+        PrintOne("Invoice", LongSheet(25), boxes);
         const QList<PrintCall> calls = printer->Calls();
-        QCOMPARE(printer->Documents(), 1);
-        QCOMPARE(printer->Calls(PrintCall::NewPage).size(), 2);
-        QCOMPARE(QList<int>({Find(calls, "Item 11").page, Find(calls, "Item 12").page,
+        QCOMPARE(QList<int>({printer->Documents(), int(printer->Calls(PrintCall::NewPage).size()),
+                             Find(calls, "Item 11").page, Find(calls, "Item 12").page,
                              Find(calls, "Item 25").page, Find(calls, "Notes").page}),
-                 QList<int>({1, 2, 2, 3}));
+                 QList<int>({1, 2, 1, 2, 2, 3}));
         const PrintCall end1 = Find(calls, "End of Page# 1  - See Continuation Sheet");
         QCOMPARE(Place(end1.page, end1.x, end1.y, 0),
                  Place(1, kText, Find(calls, "Item 11").y + 3 * kLine, 0));
-        QCOMPARE(Find(calls, "End of Page# 2  - See Continuation Sheet").page, 2);
         for (int page : {2, 3}) {
             const PrintCall sheetText = Find(calls, "Continuation Sheet ", page - 1);
             const PrintCall number = Find(calls, QStringLiteral("Page# %1").arg(page));
@@ -308,70 +266,38 @@ private slots:
         QCOMPARE(printer->Calls(PrintCall::Line).size(), 3 + 4 + 1);
 
         // One row less: the foot ends the second sheet.
-        sheet.rows.removeLast();
         printer->Clear();
-        PrintOne("Delivery", sheet, boxes);
-        QCOMPARE(printer->Calls(PrintCall::NewPage).size(), 1);
+        PrintOne("Delivery", LongSheet(24), boxes);
         QCOMPARE(Find(printer->Calls(), "Notes").page, 2);
     }
 
-    void notesAndTheLogo() {
+    void theLogo() {
         TestData data;
         ScriptedBoxes boxes;
         auto printer = UseRecordingPrinter();
-        // CR LF and LF both break a line; an empty line keeps its place; a last line without a
-        // break prints, a break at the very end adds nothing.
-        CustOrderSheet sheet = Sheet();
-        const double notes = 0.83 * kH + 2 * kLine;
-        for (const char* text : {"First\r\nSecond\n\nFourth", "First\r\n"}) {
-            sheet.notes = text;
-            printer->Clear();
-            PrintOne("Delivery", sheet, boxes);
-            QStringList lines;
-            for (const PrintCall& c : printer->Calls(PrintCall::Text))
-                if (c.x == kNotes && c.y > notes - kLine)
-                    lines << QStringLiteral("%1 %2").arg(c.text).arg((c.y - notes) / kLine);
-            QCOMPARE(lines, sheet.notes.size() > 8
-                                ? QStringList({"First 0", "Second 1", "Fourth 3"})
-                                : QStringList({"First 0"}));
-        }
-
         // A logo taller than a tenth of the page: painted at (xBoxLeft, 350) in its own size,
-        // and the address goes under it, while the company block keeps its place. Only the
-        // shared "Image_1" counts, read under the shared name without losing the station's own.
+        // and the address goes under it, while the company block keeps its place. The shared
+        // "Image_1" is read under the shared name, the station's own name given back.
         const QString logoFile = data.path("logo.png");
-        QFile f(logoFile);
-        QVERIFY(f.open(QIODevice::WriteOnly));
-        f.close();
-        SaveDefault("Image_1", "elsewhere.png", QString());
+        QVERIFY(QFile(logoFile).open(QIODevice::WriteOnly));
         {
             SharedSettingsScope shared;
             SaveDefault("Image_1", logoFile, QString());
         }
         InstallPictureLoader([](const QString& p) { return Picture{p, 2400, 3000}; });
-        printer->Clear();
-        QCOMPARE(PrintOne("Invoice", Sheet(), boxes).logoPath, logoFile);
-        QCOMPARE(gPcName, "TESTPC");
-        QCOMPARE(printer->Calls(PrintCall::Picture).size(), 1);
-        QCOMPARE(Corners(printer->Calls(PrintCall::Picture).at(0)),
-                 Place(kBoxLeft, 350, kBoxLeft + 2400, 350 + 3000));
-        QCOMPARE(Find(printer->Calls(), "Invoice To:").y, 3000 + 3 * kLine);
-        QCOMPARE(Find(printer->Calls(), "Quill Parts Ltd").y, 3 * kLine);
+        QCOMPARE(joined({PrintOne("Invoice", Sheet(), boxes).logoPath, gPcName,
+                         Corners(printer->Calls(PrintCall::Picture).value(0)),
+                         Place(0, 0, Find(printer->Calls(), "Invoice To:").y,
+                               Find(printer->Calls(), "Quill Parts Ltd").y)}),
+                 joined({logoFile, "TESTPC", Place(kBoxLeft, 350, kBoxLeft + 2400, 350 + 3000),
+                         Place(0, 0, 3000 + 3 * kLine, 3 * kLine)}));
 
-        // The file has gone since it was set, or the shared name holds "0": no picture, no box,
-        // the page as without a logo.
+        // The file has gone since it was set: no picture, no box, the page as without a logo.
         QVERIFY(QFile::remove(logoFile));
-        for (int i = 0; i < 2; ++i) {
-            printer->Clear();
-            QVERIFY(PrintOne("Invoice", Sheet(), boxes).logoPath.isEmpty());
-            QVERIFY(printer->Calls(PrintCall::Picture).isEmpty());
-            QCOMPARE(Find(printer->Calls(), "Invoice To:").y, kH / 10 + 3 * kLine);
-            QVERIFY(f.open(QIODevice::WriteOnly));
-            f.close();
-            SharedSettingsScope shared;
-            SaveDefault("Image_1", "0", QString());
-        }
-        QCOMPARE(boxes.prompts().size(), 0);
+        printer->Clear();
+        QVERIFY(PrintOne("Invoice", Sheet(), boxes).logoPath.isEmpty());
+        QVERIFY(printer->Calls(PrintCall::Picture).isEmpty());
+        QCOMPARE(Find(printer->Calls(), "Invoice To:").y, kH / 10 + 3 * kLine);
     }
 
     void copiesQuestion() {
@@ -381,9 +307,9 @@ private slots:
         printer->SetCopies(2);
         printer->SetFontSize(12);
         // Per answer: the copies printed, jobs begun at one copy each, sheets, and the box told.
+        // clang-format off
         const QList<QStringList> answers{
-            {"100", "100", ""},
-            {"2.5", "2", ""},
+            {"100", "100", ""}, {"2.5", "2", ""}, {"<cancel>", "0", ""}, {"", "0", ""},
             {"101", "0",
              "How many? You're joking..... aren't you?|The maximum number of copies has been "
              "exceeded. Try a smaller quantity. If you really need that many then print a number "
@@ -392,9 +318,8 @@ private slots:
              "cancel and then enter a more sensible qty."},
             {"0", "0", "qstk3|The number of copies is zero"},
             {"-1", "0", "qstk3|The number of copies is zero"},
-            {"abc", "0", "Stopped|Input was invalid. Number of copies must be numerical."},
-            {"<cancel>", "0", ""},
-            {"", "0", ""}};
+            {"abc", "0", "Stopped|Input was invalid. Number of copies must be numerical."}};
+        // clang-format on
         for (const QStringList& a : answers) {
             printer->Clear();
             printer->copiesAtStart.clear();
@@ -412,34 +337,26 @@ private slots:
                              boxes.prompts().isEmpty() ? "" : lastBox(boxes)}),
                      joined({a[0], a[1], a[1], a[1], a[1], a[2]}));
         }
-        QCOMPARE(printer->Calls(PrintCall::NewPage).size(), 0);
-        QCOMPARE(joined({QString::number(printer->Copies()), QString::number(printer->FontSize())}),
-                 "2|12");
+        QCOMPARE(joined({QString::number(printer->Copies()), QString::number(printer->FontSize()),
+                         QString::number(printer->Calls(PrintCall::NewPage).size())}),
+                 "2|12|0");
     }
 
     void printerChoiceAndFailures() {
         TestData data;
         ScriptedBoxes boxes;
-        auto first = std::make_shared<RecordingPrinter>("First");
-        auto second = std::make_shared<RecordingPrinter>("Second");
-        SetPrinters({first, second});
-        SetCurrentPrinter(first);
+        auto current = UseRecordingPrinter();
         const auto files = [] {
-            QStringList hashes;
+            QByteArray bytes;
             for (const QString& path : {gDbPath, gUserCfgPath, gRightsPath}) {
                 QFile f(path);
-                f.open(QIODevice::ReadOnly);
-                hashes << QCryptographicHash::hash(f.readAll(), QCryptographicHash::Sha256).toHex();
+                bytes += f.open(QIODevice::ReadOnly) ? f.readAll() : QByteArray("-");
             }
-            return hashes;
+            return bytes;
         };
-        const QStringList before = files();
-
-        // The chosen printer by its name; an unknown one leaves the current printer.
-        PrintOne("Invoice", Sheet(), boxes, "Second");
+        const QByteArray before = files();
         PrintOne("Invoice", Sheet(), boxes, "Gone");
-        QCOMPARE(QList<int>({first->Documents(), second->Documents()}), QList<int>({0, 2}));
-        QCOMPARE(files(), before); // printing writes nothing anywhere
+        QCOMPARE(current->Documents(), 1); // an unknown name: the current printer
 
         // A refused start (the PDF file name cancelled): nothing printed, nothing said, and no
         // further copies.
@@ -447,27 +364,19 @@ private slots:
         boxes.clear();
         boxes.answerInput("3");
         QCOMPARE(PrintSalesDocument("Order", Sheet(), {kCompany, {}}).copies, 0);
-        QCOMPARE(refusing->copiesAtStart.size(), 1);
-        QVERIFY(refusing->Calls().isEmpty());
-        QCOMPARE(boxes.shown().size(), 1);
+        QCOMPARE(QList<qsizetype>({refusing->copiesAtStart.size(), refusing->Calls().size(),
+                                   boxes.shown().size()}),
+                 QList<qsizetype>({1, 0, 1}));
 
-        // The two texts that open a continuation sheet may fail: the document goes on. Any other
-        // failure reaches the caller, with the printer's settings given back.
-        CustOrderSheet sheet = Sheet();
-        sheet.rows.clear();
-        for (int i = 1; i <= 12; ++i)
-            sheet.rows << Row({QStringLiteral("Item %1").arg(i), "P", "1", "1", "1", "1", ""});
-        auto shaky = UseFailingPrinter({"Continuation Sheet ", "Page# 2"});
-        PrintOne("Invoice", sheet, boxes);
-        QCOMPARE(QList<int>({shaky->Documents(), Find(shaky->Calls(), "Item 12").page,
-                             Find(shaky->Calls(), "Description", 2).page}),
-                 QList<int>({1, 2, 2}));
+        // A printer error reaches the caller, with the printer's settings given back.
+        const CustOrderSheet sheet = LongSheet(12);
         auto broken = UseFailingPrinter({"Item 3"});
         broken->SetFontSize(9);
         boxes.answerInput("2");
         QVERIFY_THROWS_EXCEPTION(DbError, PrintSalesDocument("Invoice", sheet, {kCompany, {}}));
-        QCOMPARE(broken->Documents(), 0);
-        QCOMPARE(broken->FontSize(), 9.0);
+        QCOMPARE(QString::number(broken->Documents()) + '|' + QString::number(broken->FontSize()),
+                 "0|9");
+        QCOMPARE(files(), before); // printing, failed or not, writes nothing anywhere
     }
 };
 
