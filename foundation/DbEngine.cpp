@@ -919,7 +919,8 @@ Database DBEngine::openFile(const QString& path, bool readOnly) {
     // A page cache of up to 32 MiB (filled only as pages are read): the reports and long lists
     // walk the stock table in part-number order and look up each item's rows, and with the
     // default 2 MiB they read the same pages from the file again and again.
-    rc = sqlite3_exec(h, "PRAGMA synchronous=FULL; PRAGMA foreign_keys=OFF; PRAGMA cache_size=-32768;",
+    rc = sqlite3_exec(h,
+                      "PRAGMA synchronous=FULL; PRAGMA foreign_keys=OFF; PRAGMA cache_size=-32768;",
                       nullptr, nullptr, &err);
     sqlite3_free(err);
     if (rc != SQLITE_OK) {

@@ -73,8 +73,8 @@ QString NumberMask::write(double value, QChar point, QChar group, bool wholeRule
     bool negative = value < 0;
     char buf[40];
     // "%.14e", exactly as printf writes it, at a fraction of printf's cost.
-    const auto written =
-        std::to_chars(buf, buf + sizeof buf - 1, std::fabs(value), std::chars_format::scientific, 14);
+    const auto written = std::to_chars(buf, buf + sizeof buf - 1, std::fabs(value),
+                                       std::chars_format::scientific, 14);
     *written.ptr = '\0';
     // Digit string with room for leading zeros of tiny values and places of huge ones.
     char digits[720];

@@ -197,8 +197,8 @@ private slots:
             gCustOrderMode = 0;
             choose(w, c.key);
             const QString call = QString::fromLatin1(c.call);
-            QCOMPARE(w.calls, (c.group == 2 ? QStringList{"ContactsEditable", call}
-                                            : QStringList{call}));
+            QCOMPARE(w.calls,
+                     (c.group == 2 ? QStringList{"ContactsEditable", call} : QStringList{call}));
             QCOMPARE(int(gActiveGroup), c.group);
             QCOMPARE(w.TabStrip2->isVisibleTo(&w), c.group == 1);
             if (c.mode)

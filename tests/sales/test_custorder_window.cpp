@@ -187,6 +187,23 @@ private slots:
         QCOMPARE(joined({w.txtCustBasketID->text(), actionButtons(w), printButtons(w)}),
                  "0013||btnPrintOrder");
         QCOMPARE(orderRows(13), QStringList({"2|1|0|4|3.6", "1|1|0|10|9"}));
+
+        // A second new order, invoiced at once: saved, shipped in full, and "Print?" No leaves
+        // the print panel closed.
+        frmCustOrder n;
+        activate(n);
+        n.cboCustlist->setCurrentIndex(n.cboCustlist->findText("Acme"));
+        n.Command4->click();
+        emit n.frmBParts->gdxAllParts->RowActivated(2);
+        n.frmBParts->Command3->click();
+        boxes.answer(vbNo);
+        n.cmdInvoice->click();
+        QCOMPARE(lastBox(boxes),
+                 "Print?|The Order/Invoice was saved - Do you want to print the invoice now ?");
+        QCOMPARE(joined({n.txtCustBasketID->text(), actionButtons(n),
+                         QString::number(n.frmPrinter->isVisible())}),
+                 "0014||0");
+        QCOMPARE(orderRows(14), QStringList({"2|1|1|4|3.6"}));
     }
 
     // A saved order: the cell editor and the keys, the default panels; then invoiced, and its
