@@ -14,3 +14,9 @@ struct BenchContext {
 };
 
 BenchContext ReadBenchContext(const QString& dbPath);
+
+class Database;
+// The first column of a statement's first row as a number; 0 when it returns no row.
+qint64 FirstNumber(Database& db, const QString& sql);
+// The purchase order a benchmark set made on an earlier run, by its reference; 0 when none.
+qint32 BenchOrderId(Database& db, const QString& reference);

@@ -19,6 +19,17 @@ void walkByIndex(const QString& dbPath, const QString& sql) {
 }
 } // namespace
 
+qint64 FirstNumber(Database& db, const QString& sql) {
+    Recordset rs = db.OpenRecordset(sql);
+    return rs.Eof() ? 0 : rs.Fields(0).Long();
+}
+
+qint32 BenchOrderId(Database& db, const QString& reference) {
+    Recordset rs = db.OpenRecordset(QStringLiteral("SELECT POID FROM tblPOrders WHERE PONumber=?"),
+                                    {reference});
+    return rs.Eof() ? 0 : qint32(rs.Fields(0).Long());
+}
+
 BenchContext ReadBenchContext(const QString& dbPath) {
     BenchContext c;
     c.dbPath = dbPath;

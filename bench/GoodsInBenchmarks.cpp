@@ -14,11 +14,6 @@ namespace {
 const QString kBookingRef = QStringLiteral("BENCH-GIN-50");
 constexpr int kBookingRows = 50;
 
-qint64 First(Database& db, const QString& sql) {
-    Recordset rs = db.OpenRecordset(sql);
-    return rs.Eof() ? 0 : rs.Fields(0).Long();
-}
-
 QString OrderRowsSql(qint32 poid) {
     return QStringLiteral("SELECT * FROM ((tblPOrders INNER JOIN tblPODetail ON tblPOrders.POID "
                           "= tblPODetail.POID) INNER JOIN tblStockItems ON "
@@ -31,8 +26,7 @@ QString OrderRowsSql(qint32 poid) {
 // made once on a file that has none yet.
 qint32 BookingOrder(const QString& dbPath) {
     Database db = DBEngine::OpenDatabase(dbPath);
-    qint32 poid = qint32(First(db, QStringLiteral("SELECT POID FROM tblPOrders WHERE PONumber='") +
-                                       kBookingRef + QStringLiteral("'")));
+    qint32 poid = BenchOrderId(db, kBookingRef);
     if (poid != 0)
         return poid;
     db.BeginTrans();

@@ -16,12 +16,8 @@ constexpr int kViewOrderRows = 50;
 // A 50-row order of the busiest supplier, made once on a file that has none yet, all rows open.
 qint32 ViewOrder(const QString& dbPath, qint32 supplier) {
     Database db = DBEngine::OpenDatabase(dbPath);
-    {
-        Recordset rs = db.OpenRecordset(
-            QStringLiteral("SELECT POID FROM tblPOrders WHERE PONumber=?"), {kViewOrderRef});
-        if (!rs.Eof())
-            return qint32(rs.Fields(0).Long());
-    }
+    if (const qint32 made = BenchOrderId(db, kViewOrderRef))
+        return made;
     db.BeginTrans();
     db.Execute(QStringLiteral("INSERT INTO tblPOrders (POID, PONumber, PODate, POSupID, POLocID, "
                               "POComplete, POConfirmed) SELECT max(POID) + 1, ?, '2026-01-15', ?, "

@@ -15,11 +15,6 @@ namespace {
 const QString kBenchOrderRef = QStringLiteral("BENCH-50");
 constexpr int kOrderRows = 50;
 
-qint64 First(Database& db, const QString& sql) {
-    Recordset rs = db.OpenRecordset(sql);
-    return rs.Eof() ? 0 : rs.Fields(0).Long();
-}
-
 QString LoadBasketSql(qint32 supplier) {
     return QStringLiteral(
                "SELECT  MasterPNo, ItemName, ItemDescription, ReqQty, MinORQty, DelDate, "
@@ -81,7 +76,7 @@ static void AddPurchasingBenchmarks(BenchRegistry& registry, const BenchContext&
     qint32 documentPOID = 0;
     {
         Database db = DBEngine::OpenDatabase(context.dbPath);
-        basketSupplier = qint32(First(
+        basketSupplier = qint32(FirstNumber(
             db, QStringLiteral("SELECT SupplierID FROM tblBaskets INNER JOIN tblItemSupplier ON "
                                "tblItemSupplier.ItemID = tblBaskets.StockID GROUP BY SupplierID "
                                "ORDER BY count(*) DESC LIMIT 1")));
@@ -92,9 +87,7 @@ static void AddPurchasingBenchmarks(BenchRegistry& registry, const BenchContext&
                 .arg(supplier));
         prefix = rs.Eof() ? QString() : rs.Fields(0).Text().left(3);
         rs.Close();
-        documentPOID =
-            qint32(First(db, QStringLiteral("SELECT POID FROM tblPOrders WHERE PONumber='") +
-                                 kBenchOrderRef + QStringLiteral("'")));
+        documentPOID = BenchOrderId(db, kBenchOrderRef);
     }
     // The document's order: placed once on a file that has none yet.
     if (documentPOID == 0) {
